@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+/// @file KUtilBase.h
+/// Export macro and the shared platform records every family header uses.
+#pragma once
+
+#if defined(KUTIL_STATIC)
+#define KUTIL_API
+#elif defined(_WIN32)
+#if defined(KUTIL_BUILDING)
+#define KUTIL_API __declspec(dllexport)
+#else
+#define KUTIL_API __declspec(dllimport)
+#endif
+#else
+#define KUTIL_API __attribute__((visibility("default")))
+#endif
+
+#if defined(_WIN32)
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+#include <d3dtypes.h>
+#include <d3drmdef.h>
+#else
+/// A Direct3D vector: three floats; y is up, headings lie in the x-z plane.
+typedef struct _D3DVECTOR {
+  float x;  ///< x component
+  float y;  ///< y component (up)
+  float z;  ///< z component
+} D3DVECTOR;
+/// A Direct3D retained-mode homogeneous vector.
+typedef struct _D3DRMVECTOR4D {
+  float x;  ///< x component
+  float y;  ///< y component
+  float z;  ///< z component
+  float w;  ///< homogeneous weight
+} D3DRMVECTOR4D;
+/// A Direct3D retained-mode axis-aligned box.
+typedef struct _D3DRMBOX {
+  _D3DVECTOR min;  ///< smallest corner
+  _D3DVECTOR max;  ///< largest corner
+} D3DRMBOX;
+/// The Win32 rectangle.
+typedef struct tagRECT {
+  long left;    ///< left edge
+  long top;     ///< top edge
+  long right;   ///< right edge (exclusive)
+  long bottom;  ///< bottom edge (exclusive)
+} RECT;
+/// Opaque registry key handle.
+typedef struct HKEY__* HKEY;
+/// Opaque window handle.
+typedef struct HWND__* HWND;
+#endif
+
+/// Date and time as nine 32-bit integers.
+typedef struct tagKDATETIME {
+  int year;      ///< full year, e.g. 2001
+  int month;     ///< zero-based month (0 = January)
+  int reserved;  ///< never written by KUGetDateTime
+  int day;       ///< day of the month, 1-31
+  int weekDay;   ///< 0 = Sunday ... 6 = Saturday
+  int hour;      ///< 0-23
+  int minute;    ///< 0-59
+  int second;    ///< 0-60
+  int extra;     ///< set to -1 by KUGetDateTime
+} tagKDATETIME;

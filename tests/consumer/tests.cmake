@@ -1,0 +1,13 @@
+# SPDX-FileCopyrightText: 2026 The KUtil developers
+# SPDX-License-Identifier: MIT
+# Installs KUtil into a scratch prefix and builds a tiny outside project
+# against it with find_package(KUtil CONFIG REQUIRED).
+if(NOT CMAKE_CROSSCOMPILING)
+  add_test(NAME consumer.find_package
+    COMMAND ${CMAKE_COMMAND}
+      -DBUILD_DIR=${PROJECT_BINARY_DIR}
+      -DPROJECT_DIR=${CMAKE_CURRENT_LIST_DIR}/project
+      -DWORK_DIR=${PROJECT_BINARY_DIR}/consumer-test
+      -P ${CMAKE_CURRENT_LIST_DIR}/run_consumer.cmake)
+  set_tests_properties(consumer.find_package PROPERTIES TIMEOUT 300 LABELS consumer)
+endif()

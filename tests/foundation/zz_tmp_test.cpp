@@ -1,0 +1,3 @@
+#include <gtest/gtest.h>
+#include "KUtil.h"
+TEST(Tmp, Comment) { char b[264]; EXPECT_EQ(KUGetComment(b), 1); }

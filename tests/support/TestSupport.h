@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+// Helpers shared by tests, benchmarks and fuzz targets.
+#pragma once
+#include <string>
+#include <vector>
+
+namespace kutil::test {
+
+/// A fresh directory under the system's temporary folder, removed on destruction.
+class TempDir {
+ public:
+  TempDir();
+  ~TempDir();
+  TempDir(const TempDir&) = delete;
+  TempDir& operator=(const TempDir&) = delete;
+  /// The directory's path, without a trailing separator.
+  const std::string& path() const { return m_path; }
+  /// path() + separator + name.
+  std::string file(const std::string& name) const;
+
+ private:
+  std::string m_path;
+};
+
+/// The whole content of a file ("" when it cannot be read).
+std::string readFile(const std::string& path);
+/// The file's lines without their line breaks.
+std::vector<std::string> readLines(const std::string& path);
+/// Writes text to a file, replacing it; returns false on failure.
+bool writeFile(const std::string& path, const std::string& text);
+/// True when the file exists.
+bool fileExists(const std::string& path);
+/// A file under tests/ of the source tree.
+std::string testDataPath(const std::string& relative);
+
+}  // namespace kutil::test
