@@ -74,6 +74,10 @@ set_target_properties(KUtil PROPERTIES
   VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 if(WIN32)
   set_target_properties(KUtil PROPERTIES PREFIX "")  # KUtil.dll, as the host loads it
+elseif(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  # Only the API leaves the .so, not even the standard library's inline instances.
+  target_link_options(KUtil PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/KUtil.map)
+  set_target_properties(KUtil PROPERTIES LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/KUtil.map)
 endif()
 
 # kutil_internal: the same objects as one static bundle with every header
