@@ -97,7 +97,7 @@ class KUTIL_API CKActionRow {
   CKActionRow(const CKActionRow&) = delete;
   CKActionRow& operator=(const CKActionRow&) = delete;
 
-  /// Sets every field to its initial value ("idle", types -1, texts empty); does not free a recorder.
+  /// Sets every field to its initial value ("idle", types -1, texts empty), destroying a recorder; returns 1.
   int ARInitialise();
   /// Destroys this row's recorder, initialises, and copies the trigger, action, motion, text data,
   /// magnitude and repeat clicks of source (not the link, run state, call stack or iterations); 1, or 0

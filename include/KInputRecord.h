@@ -32,7 +32,7 @@ class KUTIL_API CKInputRecord {
   CKInputRecord(const CKInputRecord&) = delete;
   CKInputRecord& operator=(const CKInputRecord&) = delete;
 
-  /// Sets every field to its initial value; does not close a stream; returns 1.
+  /// Sets every field to its initial value, closing a stream left open without writing to it; returns 1.
   int IRInitialise();
   /// When storing, writes the pending command line; closes the stream; initialises; returns 1.
   int IRTerminate();
