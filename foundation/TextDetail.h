@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+// Internal text helpers shared by the library's file readers and path code.
+#pragma once
+#include <cstddef>
+
+#include "KUtilBase.h"
+
+namespace kutil::detail {
+
+/// The working path length of the library (the Windows limit).
+constexpr int kMaxPath = 260;
+/// Capacity of an internal scratch copy of a text, terminator included.
+constexpr int kScratch = 264;
+
+/// Backslash and '/' both separate path elements.
+inline bool isPathSeparator(char c) { return c == '\\' || c == '/'; }
+
+/// A null text reads as the empty text.
+inline const char* orEmpty(const char* text) { return text != nullptr ? text : ""; }
+
+/// 1 when both paths are equal over their whole length under KUstrNIcmp's
+/// rule (case-insensitive, backslash equal to '/'); null counts as "".
+bool samePath(const char* a, const char* b);
+
+/// strlen that never looks further than limit characters.
+std::size_t boundedLength(const char* text, std::size_t limit);
+
+/// Prints the three-line time stamp of a date/time record into out.
+void formatTimeStamp(const tagKDATETIME& when, char* out);
+
+/// Prints the six-digit "hhmmss" stamp of a date/time record into out.
+void formatSecondStamp(const tagKDATETIME& when, char* out);
+
+}  // namespace kutil::detail
