@@ -207,7 +207,7 @@ class KUTIL_API CKVGen : public CKFootPrint {
   /// Level 1: a seed vertex exists; 2: two exist; 3: a vertex exists and the seed tessellates; else 0.
   int KVIsValid(int level);
   /// Writes "  Extruder: footprint." to log (when given) and returns 1; on corruption writes and copies the
-  /// error text into error (capacity 64, always terminated) and returns 0.
+  /// error text into error (capacity 37, always terminated) and returns 0.
   int KVCheckIntegrity(char* error, FILE* log);
   /// Width (corner 2 to 3) and height (corner 0 to 2) of the seed rectangle; 0 without seed vertices.
   int KVGetSeedPlaneScale(float* width, float* height);
@@ -334,12 +334,13 @@ class KUTIL_API CKVGen : public CKFootPrint {
   KVTessellation* m_tessellation;               ///< owned triangulation of the seed, or null
 };
 
-/// Writes v as "%.4f,%.4f,%.4f" into out (capacity at least 3 * 48 characters). Returns 1; 0 for null pointers.
+/// Writes v as "%.4f,%.4f,%.4f" into out (capacity 140 bytes covers any float, always terminated). Returns 1;
+/// 0 for null pointers.
 KUTIL_API int KUMkVertexSegment(char* out, const _D3DVECTOR* v);
 /// Reads "x,y,z" from text into v; 1 only when all three numbers were read (v untouched otherwise).
 KUTIL_API int KUExtractVertexSegment(_D3DVECTOR* v, const char* text);
 /// Appends a heap copy of v to *list, making and initialising the list when *list is null.
-/// The list's objects are owned by the caller (free them with delete[] as float arrays of 3).
+/// The three-float blocks come from malloc; the list never frees them, its owner frees them with free().
 KUTIL_API int KUUpdateVertexList(CKGenList** list, const _D3DVECTOR* v);
 
 /// Fills a fresh or terminated generator with a globe's seed (a half circle in the y-z plane) and
