@@ -29,11 +29,15 @@ float toFloat(double v) {
 // that was never made is read as general.
 int lineKind(const tagKLineEquation* line) { return (line->kind == 1 || line->kind == 2) ? line->kind : 0; }
 
+// Both bounds count. (KUIsBetween leaves out the lower bound when the bounds
+// come in rising order, which would lose crossings at a segment's start.)
+bool inClosedRange(float v, float a, float b) { return a <= b ? (a <= v && v <= b) : (b <= v && v <= a); }
+
 // Closed-range test of a point against a segment's extent: z for a line of
 // constant x, x otherwise. No tolerance.
 bool withinExtent(float x, float z, const tagKLineEquation* line) {
-  if (line->kind == 1) return KUIsBetween(z, line->start.z, line->end.z) != 0;
-  return KUIsBetween(x, line->start.x, line->end.x) != 0;
+  if (line->kind == 1) return inClosedRange(z, line->start.z, line->end.z);
+  return inClosedRange(x, line->start.x, line->end.x);
 }
 
 bool nearInPlane(const _D3DVECTOR& a, const _D3DVECTOR& b) {
