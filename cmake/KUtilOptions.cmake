@@ -19,6 +19,13 @@ if(MINGW)
   # nothing but the DLL/EXE needs copying under Wine
   target_link_options(kutil_options INTERFACE -static-libgcc -static-libstdc++ -static)
 endif()
+if(KUTIL_BUILD_FUZZ)
+  # Everything is instrumented for coverage and checked; only the fuzz
+  # executables themselves link libFuzzer's main.
+  target_compile_options(kutil_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined
+    -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_link_options(kutil_options INTERFACE -fsanitize=address,undefined)
+endif()
 if(KUTIL_SANITIZE)
   target_compile_options(kutil_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
   target_link_options(kutil_options INTERFACE -fsanitize=address,undefined)
