@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+// Generation on tessellated seeds: orientation, normals, reversal and the outline order.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "KFootPrint.h"
+#include "KVGen.h"
+#include "VGenTestUtil.h"
+
+using kutil::test::addSeed;
+using kutil::test::addSquare;
+using kutil::test::expectNear;
+using kutil::test::Gen;
+using kutil::test::planeVertices;
+using kutil::test::vec;
+
+namespace {
+const float kPi = 3.14159265358979f;
+const _D3DVECTOR kNoAxis = {0.0f, 0.0f, 0.0f};
+
+void addClockwiseSquare(CKVGen& g) { addSeed(g, {vec(0, 0, 0), vec(0, 2, 0), vec(2, 2, 0), vec(2, 0, 0)}); }
+}  // namespace
+
+TEST(CKVGenOrientation, WindingDecidesOrientationAndReversal) {
+  Gen ccw;
+  addSquare(ccw.g);
+  ASSERT_EQ(ccw->KVTesselateSeedPlane(), 1);
+  EXPECT_EQ(ccw->m_seedOrientation, 1);
+  _D3DVECTOR n;
+  ASSERT_EQ(ccw->KVCalcSeedNormal(&n), 1);
+  expectNear(n, vec(0, 0, -1));
+  EXPECT_EQ(ccw->KVIsNormalReversalActive(), 0);
+  ccw->KVSetNormalDirection(0);
+  EXPECT_EQ(ccw->KVIsNormalReversalActive(), 1);
+
+  Gen cw;
+  addClockwiseSquare(cw.g);
+  ASSERT_EQ(cw->KVTesselateSeedPlane(), 1);
+  EXPECT_EQ(cw->m_seedOrientation, 0);
+  ASSERT_EQ(cw->KVCalcSeedNormal(&n), 1);
+  expectNear(n, vec(0, 0, -1));  // the oriented normal never points to +z
+  EXPECT_EQ(cw->KVIsNormalReversalActive(), 1);
+  cw->KVSetNormalDirection(0);
+  EXPECT_EQ(cw->KVIsNormalReversalActive(), 0);
+
+  Gen flat;
+  addSeed(flat.g, {vec(0, 0, 0), vec(1, 0, 0)});
+  EXPECT_EQ(flat->KVCalcSeedNormal(&n), 0);
+  EXPECT_EQ(flat->m_seedOrientation, -1);
+}
+
+TEST(CKVGenOrientation, EveryPlaneOfAPureExtrusionSharesTheNormal) {
+  for (int clockwise = 0; clockwise < 2; ++clockwise) {
+    SCOPED_TRACE(clockwise);
+    Gen gen;
+    if (clockwise) {
+      addClockwiseSquare(gen.g);
+    } else {
+      addSquare(gen.g);
+    }
+    ASSERT_EQ(gen->KVTesselateSeedPlane(), 1);
+    gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 5.0f);
+    gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
+    ASSERT_EQ(gen->KVGenerate(), 1);
+    expectNear(gen->m_seedPlane->normal, vec(0, 0, 1));
+    for (tagKExtrudePlane* p = gen->m_genPlanes; p != nullptr; p = p->next) expectNear(p->normal, vec(0, 0, 1));
+    gen->KVSelectFirstGenPlane();
+    expectNear(planeVertices(gen.g)[2], vec(2, 2, 5));
+  }
+}
+
+TEST(CKVGenOrientation, InstructionsWorkInThePreviousPlanesFrame) {
+  Gen gen;
+  addSquare(gen.g);
+  ASSERT_EQ(gen->KVTesselateSeedPlane(), 1);
+  gen->KVAddInstruction(INSTR_HINGE_RIGHT, &kNoAxis, kPi / 2);
+  gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
+  ASSERT_EQ(gen->KVGenerate(), 1);
+  // The hinged plane faces +x, so the extrusion after it moves along +x.
+  expectNear(gen->m_genPlanes->normal, vec(1, 0, 0));
+  gen->KVSelectFirstGenPlane();
+  gen->KVSelectNextGenPlane();
+  std::vector<_D3DVECTOR> v = planeVertices(gen.g);
+  ASSERT_EQ(v.size(), 4u);
+  expectNear(v[0], vec(3, 0, 2));
+  expectNear(v[2], vec(3, 2, 0));
+}
+
+TEST(CKVGenOrientation, PlaneOutlineStartsAtVertexOneUnderReversal) {
+  for (int reversed = 0; reversed < 2; ++reversed) {
+    SCOPED_TRACE(reversed);
+    Gen gen;
+    addSquare(gen.g);
+    ASSERT_EQ(gen->KVTesselateSeedPlane(), 1);
+    gen->KVSetNormalDirection(reversed ? 0 : 1);
+    ASSERT_EQ(gen->KVIsNormalReversalActive(), reversed);
+    gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 2.0f);
+    ASSERT_EQ(gen->KVGenerate(), 1);
+    ASSERT_EQ(gen->KVUpdateVertexDependencies(), 1);
+    CKFootPrint* outline = gen->m_genPlanes->outline;
+    _D3DVECTOR first, last;
+    ASSERT_EQ(outline->FPSelectFirstEdge(), 1);
+    outline->FPGetEdgeFromVector(&first);
+    while (outline->FPSelectNextEdgeNoWrap() == 1) {
+    }
+    outline->FPGetEdgeFromVector(&last);
+    expectNear(first, reversed ? vec(2, 0, 2) : vec(0, 0, 2));
+    expectNear(last, reversed ? vec(0, 0, 2) : vec(0, 2, 2));
+  }
+}
+
+TEST(CKVGenOrientation, GlobeSeedOfTwoRingsFacesAlongX) {
+  CKVGen gen;
+  ASSERT_EQ(GKVSeedExtruderGlobe(&gen, 4, 2, 1.0f), 1);
+  ASSERT_EQ(gen.KVTesselateSeedPlane(), 1);
+  EXPECT_EQ(gen.m_seedOrientation, 0);
+  EXPECT_EQ(gen.KVIsNormalReversalActive(), 0);  // the globe sets the direction to 0
+  ASSERT_EQ(gen.KVGenerate(), 1);
+  expectNear(gen.m_seedPlane->normal, vec(1, 0, 0));
+  expectNear(gen.m_genPlanes->normal, vec(0, 0, -1));  // turned a quarter about y
+  ASSERT_EQ(gen.KVUpdateVertexDependencies(), 1);
+  gen.KVTerminate();
+
+  // Laid on the floor, a globe seed of three rings or more is a line and does not tessellate.
+  CKVGen rings3;
+  ASSERT_EQ(GKVSeedExtruderGlobe(&rings3, 4, 3, 1.0f), 1);
+  EXPECT_EQ(rings3.KVIsValid(3), 0);
+  ASSERT_EQ(rings3.KVGenerate(), 1);
+  expectNear(rings3.m_seedPlane->normal, vec(0, 0, 1));
+  rings3.KVTerminate();
+}
+
+TEST(CKVGenOrientation, DegenerateSeedsTerminate) {
+  struct Case {
+    const char* name;
+    std::vector<_D3DVECTOR> seed;
+  };
+  const Case cases[] = {
+      {"coincident", {vec(1, 1, 0), vec(1, 1, 0), vec(1, 1, 0), vec(1, 1, 0)}},
+      {"collinear", {vec(0, 0, 0), vec(1, 0, 0), vec(2, 0, 0), vec(3, 0, 0)}},
+      {"zero area", {vec(0, 0, 0), vec(2, 2, 0), vec(0, 0, 0), vec(2, 2, 0)}},
+      {"huge", {vec(-3e38f, -3e38f, 0), vec(3e38f, -3e38f, 0), vec(3e38f, 3e38f, 0), vec(-3e38f, 3e38f, 0)}},
+      {"bow tie", {vec(0, 0, 0), vec(2, 2, 0), vec(2, 0, 0), vec(0, 2, 0)}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    Gen gen;
+    for (const _D3DVECTOR& p : c.seed) ASSERT_EQ(gen->KVAddSeedVertex(&p), 1);
+    gen->KVSetEdgeDetectType(EDGE_DETECT_FACE);
+    gen->KVTesselateSeedPlane();
+    const _D3DVECTOR axis = vec(0, 1, 0);
+    gen->KVAddInstruction(INSTR_HINGE_TOP, &axis, 0.5f);
+    gen->KVAddInstruction(INSTR_EXTRUDE, &axis, 2.0f);
+    gen->KVAddInstruction(INSTR_ROTATE_AXIS, &axis, 0.5f);
+    if (gen->KVGenerate() == 1) {
+      int planes = 0;
+      for (tagKExtrudePlane* p = gen->m_genPlanes; p != nullptr; p = p->next) ++planes;
+      EXPECT_EQ(planes, 3);
+    } else {
+      EXPECT_EQ(gen->m_genPlanes, nullptr);  // a failure leaves no plane
+    }
+    gen->KVUpdateVertexDependencies();
+    gen->KVSelectFirstGenPlane();
+    gen->KVSelectFirstGenVertex();
+    gen->KVIsFaceUsable();
+    GKVCalculateEndPlaneVertexMappings(&gen.g, 0, 1, 1.0f);
+    GKVCalculateEndPlaneVertexMappings(&gen.g, 1, 1, 1.0f);
+  }
+}
