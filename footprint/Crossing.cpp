@@ -169,19 +169,26 @@ int CKFootPrint::FPIsBoundaryCrossed(const _D3DVECTOR* position, const _D3DVECTO
   for (const tagKEdge* e = m_firstEdge; e != nullptr; e = e->next) {
     const _D3DVECTOR& a = e->vertex->position;
     const _D3DVECTOR& b = edgeEnd(e, m_firstEdge)->position;
-    double phiEdge = 0.0, phiTarget = 0.0;
-    KUGetRotationalAngle(b.z - a.z, b.x - a.x, &phiEdge);
-    KUGetRotationalAngle(tz - a.z, tx - a.x, &phiTarget);
-    const double vx = static_cast<double>(tx) - a.x, vz = static_cast<double>(tz) - a.z;
-    const double vv = vx * vx + vz * vz;
-    if (std::fabs(std::sin(phiTarget - phiEdge)) * std::sqrt(vv) > kBoundaryMargin) continue;
     // The foot of the perpendicular must lie strictly between the edge's ends:
     // both angles at the edge's ends in the triangle (a, b, target) are acute.
     const double ux = static_cast<double>(a.x) - b.x, uz = static_cast<double>(a.z) - b.z;
+    const double vx = static_cast<double>(tx) - a.x, vz = static_cast<double>(tz) - a.z;
     const double wx = static_cast<double>(b.x) - tx, wz = static_cast<double>(b.z) - tz;
     const double uu = ux * ux + uz * uz;
+    const double vv = vx * vx + vz * vz;
     const double ww = wx * wx + wz * wz;
-    if (ww < uu + vv && vv < uu + ww) return 1;
+    if (!(ww < uu + vv && vv < uu + ww)) continue;  // also rules out a zero-length edge
+    // Cheap rejection of edges clearly farther than the margin (the slack covers
+    // rounding). Where a heading would use its stand-in for a zero abscissa the
+    // headings alone decide, as they do for every edge near the margin.
+    const double across = std::fabs(ux * vz - uz * vx) / std::sqrt(uu);
+    const double slack = 1e-6 * (1.0 + std::sqrt(vv));
+    const bool exactAxis = (b.z - a.z) == 0.0f || (tz - a.z) == 0.0f;
+    if (!exactAxis && across > kBoundaryMargin + slack) continue;
+    double phiEdge = 0.0, phiTarget = 0.0;
+    KUGetRotationalAngle(b.z - a.z, b.x - a.x, &phiEdge);
+    KUGetRotationalAngle(tz - a.z, tx - a.x, &phiTarget);
+    if (std::fabs(std::sin(phiTarget - phiEdge)) * std::sqrt(vv) <= kBoundaryMargin) return 1;
   }
   return 0;
 }

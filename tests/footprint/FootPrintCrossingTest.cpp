@@ -9,6 +9,7 @@
 
 #include "FootPrintTestUtil.h"
 #include "KFootPrint.h"
+#include "KVector.h"
 
 using kutil::test::makeFootPrint;
 using kutil::test::makeSquare;
@@ -331,4 +332,53 @@ TEST(FootPrintCrossing, InsideAgreesWithEvenOddOnRandomStarPolygons) {
     }
   }
   EXPECT_GT(checked, 8000);
+}
+
+namespace {
+
+// The margin test as plainly stated: headings for the distance, then the foot.
+int marginReference(const std::vector<_D3DVECTOR>& v, const _D3DVECTOR& target) {
+  const size_t n = v.size();
+  for (size_t i = 0; i < n; ++i) {
+    const _D3DVECTOR& a = v[i];
+    const _D3DVECTOR& b = v[(i + 1) % n];
+    double pe = 0, pt = 0;
+    KUGetRotationalAngle(b.z - a.z, b.x - a.x, &pe);
+    KUGetRotationalAngle(target.z - a.z, target.x - a.x, &pt);
+    const double vx = target.x - a.x, vz = target.z - a.z;
+    if (std::fabs(std::sin(pt - pe)) * std::sqrt(vx * vx + vz * vz) > 0.3) continue;
+    const double ux = a.x - b.x, uz = a.z - b.z, wx = b.x - target.x, wz = b.z - target.z;
+    const double uu = ux * ux + uz * uz, vv = vx * vx + vz * vz, ww = wx * wx + wz * wz;
+    if (ww < uu + vv && vv < uu + ww) return 1;
+  }
+  return 0;
+}
+
+}  // namespace
+
+TEST(FootPrintCrossing, MarginTestMatchesTheHeadingFormulaOnRandomSteps) {
+  std::mt19937 rng(77);
+  std::uniform_real_distribution<float> coord(-6.0f, 6.0f);
+  std::uniform_int_distribution<int> grid(-4, 4);
+  int caught = 0;
+  for (int polygon = 0; polygon < 100; ++polygon) {
+    std::vector<_D3DVECTOR> v;
+    CKFootPrint fp;
+    fp.FPInitialise();
+    for (int i = 0; i < 6; ++i) {
+      // Every other polygon sits on a coarse grid, so edges run exactly along the axes.
+      const _D3DVECTOR p = (polygon % 2) ? vec(static_cast<float>(grid(rng)), 0, static_cast<float>(grid(rng)))
+                                         : vec(coord(rng), 0, coord(rng));
+      v.push_back(p);
+      fp.FPAddVertex(&p);
+    }
+    for (int k = 0; k < 200; ++k) {
+      const _D3DVECTOR pos = vec(0, 0, 0);
+      const _D3DVECTOR step = vec(coord(rng), 0, (k % 3 == 0) ? 0.0f : coord(rng));
+      const int got = fp.FPIsBoundaryCrossed(&pos, &step);
+      ASSERT_EQ(got, marginReference(v, step)) << polygon << " " << step.x << " " << step.z;
+      caught += got;
+    }
+  }
+  EXPECT_GT(caught, 100);
 }
