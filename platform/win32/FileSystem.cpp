@@ -11,8 +11,9 @@ namespace kutil::platform {
 namespace {
 
 void copyPart(char* out, const char* from) {
-  std::strncpy(out, from, kSplitPartSize - 1);
-  out[kSplitPartSize - 1] = '\0';
+  std::size_t n = strnlen(from, kSplitPartSize - 1);
+  std::memcpy(out, from, n);
+  out[n] = '\0';
 }
 
 }  // namespace
