@@ -48,7 +48,7 @@ KUTIL_API int KUIsAllSpaces(const char* text);
 KUTIL_API int KUEncloseInQuotes(char* text);
 /// Removes enclosing double quotes in place; 1 when none start it, 0 (unchanged) when the closing one is missing.
 KUTIL_API int KUStripQuotes(char* text);
-/// Writes in to out (strlen(in)+1 bytes, 2 for one character, always terminated) with the first and last character kept and the inner ones reversed; 0 for an empty in.
+/// Writes in to out (strlen(in)+1 bytes, 3 for a one-character in, always terminated) with the first and last character kept and the inner ones reversed; 0 for an empty in.
 KUTIL_API int KUReverse(char* out, const char* in);
 /// Copies field index (0-based, fields split by delimiter, 260-character limit) to out (261 bytes, always terminated); 0 with out untouched when there is no such field.
 KUTIL_API int KUCutString(const char* text, char delimiter, int index, char* out);

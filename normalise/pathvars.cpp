@@ -33,7 +33,9 @@ struct PathVariable {
 enum { kWindows, kSystem, kPrograms, kHome, kVariableCount };
 
 // The same defaults on every platform: stored files carry Windows paths, and
-// a host on any system sets its own directories at start-up.
+// a host on any system sets its own directories at start-up. On Linux the
+// natural choices are "/usr" (Windows), "/usr/lib" (system), "/opt"
+// (programs) and the installation prefix (home); short forms equal long ones.
 constexpr PathVariable kDefaults[kVariableCount] = {
     {kWindowsDir, "C:\\Windows", "C:\\WINDOWS"},
     {kSystemDir, "C:\\Windows\\System", "C:\\WINDOWS\\SYSTEM"},
