@@ -1,0 +1,161 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+#include "GeometryTestUtil.h"
+#include "KTrans.h"
+
+using kutil::test::nearVec;
+using kutil::test::vec;
+
+namespace {
+
+const double kPi = 3.14159265358979323846;
+const double kScale = 0.14705881;
+
+struct FieldOfView {
+  double fov = 0, horizontal = 0, aspect = 0;
+  float halfWidth = 0, halfHeight = 0;
+};
+
+FieldOfView fieldOfView(CKTrans& t) {
+  FieldOfView f;
+  EXPECT_EQ(1, t.KTGetFieldOfView(&f.fov, &f.horizontal, &f.halfWidth, &f.halfHeight, &f.aspect));
+  return f;
+}
+
+}  // namespace
+
+TEST(CKTrans, DefaultsKeepAspectOneUntilARectangleIsSet) {
+  CKTrans t;
+  EXPECT_EQ(0, t.KTInitialise());  // deliberately 0
+  FieldOfView f = fieldOfView(t);
+  const float half = static_cast<float>(std::tan(24.75 * kPi / 180.0) * 0.7);
+  EXPECT_DOUBLE_EQ(49.5, f.fov);
+  EXPECT_FLOAT_EQ(half, f.halfHeight);
+  EXPECT_FLOAT_EQ(half, f.halfWidth);
+  EXPECT_EQ(1.0, f.aspect);
+  EXPECT_NEAR(49.5, f.horizontal, 1e-4);
+
+  RECT r = {0, 0, 800, 600};
+  EXPECT_EQ(1, t.KTSetAspectRatio(&r));
+  f = fieldOfView(t);
+  EXPECT_DOUBLE_EQ(4.0 / 3.0, f.aspect);
+  EXPECT_FLOAT_EQ(half * 4.0f / 3.0f, f.halfWidth);
+  EXPECT_NEAR(2 * std::atan(f.halfWidth / 0.7) * 180 / kPi, f.horizontal, 1e-9);
+
+  t.KTSetZoomFactor(2.0);
+  EXPECT_DOUBLE_EQ(90.0, fieldOfView(t).fov);
+  EXPECT_FLOAT_EQ(0.7f, fieldOfView(t).halfHeight);
+}
+
+TEST(CKTrans, ProjectsWithoutDivisionByWOrCentreShift) {
+  CKTrans t;
+  t.KTInitialise();
+  _D3DRMVECTOR4D out;
+  _D3DVECTOR ahead = vec(0, 0, 10);
+  EXPECT_EQ(1, t.KTWorld2Screen(&out, &ahead));
+  EXPECT_EQ(0.0f, out.x);
+  EXPECT_EQ(0.0f, out.y);
+  EXPECT_FLOAT_EQ(static_cast<float>(10 * 750 / 749.3 - 0.7 * 750 / 749.3), out.z);
+  EXPECT_FLOAT_EQ(10.0f, out.w);
+
+  // The x scale is width * 0.14705881 * near / halfWidth; the same factor for y.
+  RECT r = {100, 50, 900, 650};
+  t.KTSetAspectRatio(&r);
+  const FieldOfView f = fieldOfView(t);
+  _D3DVECTOR offAxis = vec(1, -2, 10);
+  t.KTWorld2Screen(&out, &offAxis);
+  const double k = 800 * kScale * (0.7 / f.halfWidth);
+  EXPECT_NEAR(k * 1, out.x, 1e-3);
+  EXPECT_NEAR(k * -2, out.y, 1e-3);
+  EXPECT_FLOAT_EQ(10.0f, out.w);
+}
+
+TEST(CKTrans, OrientationTurnsTheView) {
+  CKTrans t;
+  t.KTInitialise();
+  t.KTSetCameraPosition(1, 2, 3);
+  // Unnormalised direction along +x; the point 10 ahead lands on the axis.
+  _D3DVECTOR dir = vec(5, 0, 0), up = vec(0, 1, 0);
+  t.KTSetCameraOrientation(&dir, &up);
+  _D3DRMVECTOR4D out;
+  _D3DVECTOR ahead = vec(11, 2, 3), above = vec(11, 3, 3);
+  t.KTWorld2Screen(&out, &ahead);
+  // Headings use 0.0001 for a zero abscissa, so "on the axis" is approximate.
+  EXPECT_NEAR(0, out.x / out.w, 1e-2);
+  EXPECT_NEAR(0, out.y / out.w, 1e-5);
+  EXPECT_NEAR(10, out.w, 1e-3);
+  t.KTWorld2Screen(&out, &above);
+  EXPECT_GT(out.y, 1.0f);
+
+  // Rolled: camera up along world +x, so world +x shows as screen up.
+  t.KTSetCameraPosition(0, 0, 0);
+  dir = vec(0, 0, 1);
+  up = vec(1, 0, 0);
+  t.KTSetCameraOrientation(&dir, &up);
+  _D3DVECTOR right = vec(1, 0, 10);
+  t.KTWorld2Screen(&out, &right);
+  EXPECT_NEAR(0, out.x / out.w, 1e-2);
+  EXPECT_GT(out.y, 1.0f);
+
+  // Looking up: a point overhead lands in the centre (give or take the
+  // 0.0001 that stands in for the zero horizontal length).
+  up = vec(0, 0, -1);
+  dir = vec(0, 1, 0);
+  t.KTSetCameraOrientation(&dir, &up);
+  _D3DVECTOR overhead = vec(0, 10, 0);
+  t.KTWorld2Screen(&out, &overhead);
+  EXPECT_NEAR(0, out.x / out.w, 1e-2);
+  EXPECT_NEAR(0, out.y / out.w, 3e-2);
+  EXPECT_NEAR(10, out.w, 1e-2);
+}
+
+TEST(CKTrans, ScreenToWorldGivesRandomPointsBack) {
+  std::mt19937 rng(99);
+  std::uniform_real_distribution<float> u(-1, 1), pos(-50, 50), zoom(0.3f, 2.5f);
+  std::uniform_int_distribution<int> px(100, 1600);
+  CKTrans t;
+  t.KTInitialise();
+  for (int i = 0; i < 2000; ++i) {
+    if (i % 20 == 0) {
+      _D3DVECTOR dir = vec(u(rng), u(rng), u(rng)), up = vec(u(rng), u(rng), u(rng));
+      t.KTSetCameraPosition(pos(rng), pos(rng), pos(rng));
+      t.KTSetCameraOrientation(&dir, &up);
+      t.KTSetZoomFactor(zoom(rng));
+      RECT r = {0, 0, px(rng), px(rng)};
+      t.KTSetAspectRatio(&r);
+    }
+    const _D3DVECTOR p = vec(pos(rng), pos(rng), pos(rng));
+    _D3DRMVECTOR4D screen;
+    _D3DVECTOR back;
+    ASSERT_EQ(1, t.KTWorld2Screen(&screen, &p));
+    ASSERT_EQ(1, t.KTScreen2World(&back, &screen));
+    SCOPED_TRACE(i);
+    ASSERT_TRUE(nearVec(back, p, 2e-3f));
+  }
+}
+
+TEST(CKTrans, DegenerateSettingsGiveInfinitiesNotCrashes) {
+  CKTrans t;
+  t.KTInitialise();
+  RECT flat = {0, 0, 640, 0};
+  EXPECT_EQ(1, t.KTSetAspectRatio(&flat));
+  EXPECT_TRUE(std::isinf(fieldOfView(t).aspect));
+
+  t.KTInitialise();
+  t.KTSetZoomFactor(0.0);
+  EXPECT_EQ(0.0f, fieldOfView(t).halfWidth);
+  _D3DRMVECTOR4D out;
+  _D3DVECTOR p = vec(1, 1, 10);
+  EXPECT_EQ(1, t.KTWorld2Screen(&out, &p));
+  EXPECT_TRUE(std::isinf(out.x));
+
+  EXPECT_EQ(0, t.KTWorld2Screen(nullptr, &p));
+  EXPECT_EQ(0, t.KTScreen2World(nullptr, &out));
+  EXPECT_EQ(0, t.KTSetCameraOrientation(&p, nullptr));
+  EXPECT_EQ(0, t.KTSetAspectRatio(nullptr));
+}
