@@ -52,10 +52,6 @@ class RegistrySandbox {
         "HKEY_LOCAL_MACHINE\\SOFTWARE\\kaldo3d\\KALDO\\CurrentVersion",
         "HKEY_LOCAL_MACHINE\\SOFTWARE\\kaldo3d\\KALDO",
         "HKEY_LOCAL_MACHINE\\SOFTWARE\\kaldo3d",
-        "HKEY_LOCAL_MACHINE\\SOFTWARE\\KUtilTest\\Shell Folders",
-        "HKEY_LOCAL_MACHINE\\SOFTWARE\\KUtilTest",
-        "HKEY_CURRENT_USER\\Software\\KUtilTest\\Shell Folders",
-        "HKEY_CURRENT_USER\\Software\\KUtilTest",
     };
     for (const char* key : kKeys) KURegDeleteKey(key);
   }

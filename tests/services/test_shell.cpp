@@ -1,0 +1,260 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <string>
+
+#include "KRegistry.h"
+#include "KShell.h"
+#include "KText.h"
+#include "ServicesTestEnv.h"
+#include "ShellDetail.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using kutil::test::fileExists;
+using kutil::test::readFile;
+using kutil::test::TempDir;
+using kutil::test::writeFile;
+
+const char* const kUserFolders = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+const char* const kMachineFolders = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+
+int lastError() {
+  int code = -1;
+  return KUGetError(&code) ? code : 5;
+}
+
+TEST(ShellResults, EveryShellExecuteResultMapsToItsInfoId) {
+  const struct {
+    long result;
+    int error;
+  } rows[] = {{33, 5},   {42, 5},   {0, 111},  {2, 106},  {3, 109},  {5, 100},  {8, 108},
+              {26, 110}, {27, 101}, {28, 104}, {29, 103}, {30, 102}, {31, 107}, {32, 105},
+              {1, 80},   {4, 80},   {6, 80},   {7, 80},   {9, 80},   {11, 80},  {25, 80}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(row.error, kutil::detail::shellResultToError(row.result)) << row.result;
+  }
+}
+
+class Shell : public ::testing::Test {
+ protected:
+  void SetUp() override { kutil::detail::resetSpecialFolderCaches(); }
+  void TearDown() override { kutil::detail::resetSpecialFolderCaches(); }
+  kutil::test::RegistrySandbox m_registry;
+};
+
+TEST_F(Shell, MissingFileLeaves106AndSuccessClearsTheError) {
+  TempDir dir;
+  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", dir.file("no-such-file.txt").c_str(), nullptr, nullptr));
+  EXPECT_EQ(106, lastError());
+  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", "", nullptr, nullptr));
+  EXPECT_EQ(106, lastError());
+#if defined(_WIN32)
+  char system[MAX_PATH];
+  GetSystemDirectoryA(system, MAX_PATH);
+  const std::string program = std::string(system) + "\\cmd.exe";
+  EXPECT_EQ(1, KURawRunSysCmd(nullptr, "open", program.c_str(), "/c exit 0", nullptr));
+#else
+  EXPECT_EQ(1, KURawRunSysCmd(nullptr, "open", "/bin/true", "-x", dir.path().c_str()));
+#endif
+  int code = 0;
+  EXPECT_EQ(0, KUGetError(&code));
+}
+
+#if !defined(_WIN32)
+TEST_F(Shell, FailuresMapOntoTheShellTable) {
+  TempDir dir;
+  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", dir.file("gone/x.txt").c_str(), nullptr, nullptr));
+  EXPECT_EQ(109, lastError());
+  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", "/bin/true", nullptr, dir.file("gone").c_str()));
+  EXPECT_EQ(109, lastError());
+  writeFile(dir.file("doc.txt"), "text");
+  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "print", dir.file("doc.txt").c_str(), nullptr, nullptr));
+  EXPECT_EQ(107, lastError());
+  // An executable that is no program is the bad-format result, which falls into 80.
+  writeFile(dir.file("bad.bin"), std::string("\x01\x02\x03junk", 7));
+  fs::permissions(dir.file("bad.bin"), fs::perms::owner_all);
+  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", dir.file("bad.bin").c_str(), nullptr, nullptr));
+  EXPECT_EQ(80, lastError());
+}
+
+class ScopedEnv {
+ public:
+  ScopedEnv(const char* name, const std::string& value) : m_name(name) {
+    const char* old = std::getenv(name);
+    m_had = old != nullptr;
+    if (old) m_old = old;
+    setenv(name, value.c_str(), 1);
+  }
+  ~ScopedEnv() {
+    if (m_had) {
+      setenv(m_name.c_str(), m_old.c_str(), 1);
+    } else {
+      unsetenv(m_name.c_str());
+    }
+  }
+  ScopedEnv(const ScopedEnv&) = delete;
+  ScopedEnv& operator=(const ScopedEnv&) = delete;
+
+ private:
+  std::string m_name;
+  std::string m_old;
+  bool m_had = false;
+};
+
+class ShellFolders : public Shell {
+ protected:
+  ShellFolders()
+      : m_home("HOME", m_dir.path()),
+        m_config("XDG_CONFIG_HOME", m_dir.file("config")),
+        m_data("XDG_DATA_HOME", m_dir.file("data")),
+        m_dataDirs("XDG_DATA_DIRS", m_dir.file("nowhere") + ":" + m_dir.file("system")) {}
+  std::string make(const std::string& relative) {
+    fs::create_directories(m_dir.file(relative));
+    return m_dir.file(relative);
+  }
+  TempDir m_dir;
+  ScopedEnv m_home, m_config, m_data, m_dataDirs;
+};
+
+TEST_F(ShellFolders, RegistryComesFirstAndTheFoundPathIsCached) {
+  ASSERT_EQ(1, KUSetRegText(HKEY_CURRENT_USER, kUserFolders, "Desktop", "/from/registry"));
+  char out[264] = "";
+  ASSERT_EQ(1, KUGetWinUserDesktopDir(nullptr, out));
+  EXPECT_STREQ("/from/registry", out);
+  ASSERT_EQ(1, KUSetRegText(HKEY_CURRENT_USER, kUserFolders, "Desktop", "/changed"));
+  ASSERT_EQ(1, KUGetWinUserDesktopDir(nullptr, out));
+  EXPECT_STREQ("/from/registry", out);
+}
+
+TEST_F(ShellFolders, CommonStartMenuFallsBackToTheUsersOwn) {
+  const std::string system = make("system/applications");
+  ASSERT_EQ(1, KUSetRegText(HKEY_CURRENT_USER, kUserFolders, "Start Menu", "/user/start"));
+  char out[264];
+  ASSERT_EQ(1, KUGetCommonStartMenuDir(nullptr, out));
+  EXPECT_STREQ("/user/start", out);
+  kutil::detail::resetSpecialFolderCaches();
+  ASSERT_EQ(1, KUSetRegText(HKEY_LOCAL_MACHINE, kMachineFolders, "Common Start Menu", "/common/start"));
+  ASSERT_EQ(1, KUGetCommonStartMenuDir(nullptr, out));
+  EXPECT_STREQ("/common/start", out);
+  // With neither value the machine-wide applications folder is found.
+  kutil::detail::resetSpecialFolderCaches();
+  ASSERT_EQ(1, KURegDeleteKey("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders"));
+  ASSERT_EQ(1, KURegDeleteKey("HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders"));
+  ASSERT_EQ(1, KUGetCommonStartMenuDir(nullptr, out));
+  EXPECT_EQ(system, out);
+}
+
+TEST_F(ShellFolders, DesktopFolderComesFromTheUserDirectories) {
+  char out[264] = "untouched";
+  EXPECT_EQ(0, KUGetWinUserDesktopDir(nullptr, out));  // ~/Desktop does not exist
+  EXPECT_STREQ("untouched", out);
+  const std::string desk = make("Schreibtisch");
+  make("config");
+  writeFile(m_dir.file("config/user-dirs.dirs"), "# comment\nXDG_DESKTOP_DIR=\"$HOME/Schreibtisch\"\n");
+  ASSERT_EQ(1, KUGetWinUserDesktopDir(nullptr, out));  // the failed lookup was not cached
+  EXPECT_EQ(desk, out);
+}
+
+TEST_F(ShellFolders, StartupRecentAndSendToFolders) {
+  const std::string startup = make("config/autostart");
+  const std::string recent = make("data/RecentDocuments");
+  char out[264];
+  EXPECT_EQ(0, KUGetWinUserSendToDir(nullptr, out));
+  const std::string sendTo = make("data/kaldo3d/SendTo");
+  ASSERT_EQ(1, KUGetUserStartupMenuDir(nullptr, out));
+  EXPECT_EQ(startup, out);
+  ASSERT_EQ(1, KUGetWinUserRecentDir(nullptr, out));
+  EXPECT_EQ(recent, out);
+  ASSERT_EQ(1, KUGetWinUserSendToDir(nullptr, out));
+  EXPECT_EQ(sendTo, out);
+}
+
+TEST_F(ShellFolders, StartMenuProbeLeavesNothingBehind) {
+  const std::string menu = make("menu");
+  ASSERT_EQ(1, KUSetRegText(HKEY_LOCAL_MACHINE, kMachineFolders, "Common Start Menu", menu.c_str()));
+  EXPECT_EQ(1, KUHasStartMenuWritePerms(nullptr));
+  EXPECT_TRUE(fs::is_empty(menu));
+  kutil::detail::resetSpecialFolderCaches();
+  ASSERT_EQ(1, KUSetRegText(HKEY_LOCAL_MACHINE, kMachineFolders, "Common Start Menu", m_dir.file("gone").c_str()));
+  EXPECT_EQ(0, KUHasStartMenuWritePerms(nullptr));
+}
+
+TEST_F(ShellFolders, ScreenSaversAreCopiedReplacedAndDeleted) {
+  char dir[261];
+  ASSERT_EQ(1, KUGetScreenSaverDirectory(dir));
+  EXPECT_EQ(m_dir.file("data/kaldo3d/screensavers"), dir);
+  const std::string source = make("downloads") + "/Stars.scr";
+  writeFile(source, "old");
+  EXPECT_EQ(0, KUIsScreenSaver(source.c_str()));
+  ASSERT_EQ(1, KUSetScreenSaver(source.c_str()));
+  writeFile(source, "new");
+  ASSERT_EQ(1, KUSetScreenSaver(source.c_str()));
+  EXPECT_EQ("new", readFile(std::string(dir) + "/Stars.scr"));
+  // Only the last path element counts, whatever the separators.
+  EXPECT_EQ(1, KUIsScreenSaver("D:\\downloads\\Stars.scr"));
+  EXPECT_EQ(0, KUSetScreenSaver("D:\\downloads\\Missing.scr"));
+  EXPECT_EQ(1, KUDeleteScreenSaver("Stars.scr"));
+  EXPECT_EQ(0, KUIsScreenSaver(source.c_str()));
+  EXPECT_EQ(0, KUDeleteScreenSaver(source.c_str()));
+  EXPECT_EQ(0, KUSetScreenSaver(""));
+}
+
+TEST_F(Shell, RegistryProbeLeavesNoKeyAndFailsWithoutRights) {
+  EXPECT_EQ(1, KUHasRegistryWritePerms());
+  EXPECT_EQ(0, KUIsRegKeyReadable(HKEY_LOCAL_MACHINE, "SOFTWARE\\MorvaneTest"));
+  ScopedEnv readOnly("KUTIL_REGISTRY_DIR", "/proc/kutil-no-such-dir");
+  EXPECT_EQ(0, KUHasRegistryWritePerms());
+}
+#else
+TEST_F(Shell, RegistryProbeLeavesNoKey) {
+  KUHasRegistryWritePerms();
+  EXPECT_EQ(0, KUIsRegKeyReadable(HKEY_LOCAL_MACHINE, "SOFTWARE\\MorvaneTest"));
+}
+
+TEST_F(Shell, FoldersComeFromTheShellAndAreCached) {
+  char first[264] = "";
+  char second[264] = "";
+  ASSERT_EQ(1, KUGetWinUserDesktopDir(nullptr, first));
+  EXPECT_NE('\0', first[0]);
+  ASSERT_EQ(1, KUGetWinUserDesktopDir(nullptr, second));
+  EXPECT_STREQ(first, second);
+  char dir[261];
+  char windows[MAX_PATH];
+  GetWindowsDirectoryA(windows, MAX_PATH);
+  ASSERT_EQ(1, KUGetScreenSaverDirectory(dir));
+  EXPECT_STREQ(windows, dir);
+  // Installing a screen saver would write into the Windows folder itself: not done in tests.
+  EXPECT_EQ(0, KUIsScreenSaver("D:\\downloads\\kutil-no-such-saver.scr"));
+}
+#endif
+
+TEST_F(Shell, SystemVersionAndItemLists) {
+  int isNT = -1, major = -1, minor = -1, build = -1;
+  char servicePack[128];
+  ASSERT_EQ(1, KUCheckForNT(&isNT, &major, &minor, &build, servicePack));
+  EXPECT_TRUE(isNT == 0 || isNT == 1);
+  EXPECT_GT(major, 0);
+  EXPECT_LT(std::strlen(servicePack), 128u);
+  EXPECT_EQ(0, KUCheckForNT(nullptr, &major, &minor, &build, servicePack));
+#if !defined(_WIN32)
+  EXPECT_EQ(1, isNT);
+#endif
+
+  TempDir dir;
+  ITEMIDLIST* list = nullptr;
+  ASSERT_EQ(1, KUPath2ItemList(dir.path().c_str(), &list));
+  EXPECT_NE(nullptr, list);
+  EXPECT_EQ(1, KUFreeItemList(list));
+  EXPECT_EQ(1, KUFreeItemList(nullptr));
+  list = nullptr;
+  EXPECT_EQ(0, KUPath2ItemList(dir.file("missing\\nothing").c_str(), &list));
+  EXPECT_EQ(nullptr, list);
+}
+
+}  // namespace
