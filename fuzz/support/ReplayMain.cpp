@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 // Runs a fuzz target once over every file of its corpus folder(s): the corpus
 // doubles as a regression suite in builds without libFuzzer.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
