@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "KSound.h"
+#include "Sound.h"
+#include "SoundPlayer.h"
+#include "TestSupport.h"
+
+namespace {
+
+using kutil::test::TempDir;
+using kutil::test::writeFile;
+
+struct Played {
+  std::string file;  // "<stop>" for a purge
+  unsigned int flags;
+};
+
+std::vector<Played> g_played;
+int g_playResult = 1;
+
+int recordSound(const char* file, unsigned int flags) {
+  g_played.push_back({file ? file : "<stop>", flags});
+  return file ? g_playResult : 1;
+}
+
+class Sound : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    g_played.clear();
+    g_playResult = 1;
+    kutil::detail::setSoundPlayer(recordSound);
+    m_sound.SOInitialise();
+    m_sound.SOEnableSound(1);
+  }
+  void TearDown() override { kutil::detail::setSoundPlayer(nullptr); }
+  std::vector<std::string> playedFiles() const {
+    std::vector<std::string> out;
+    for (const auto& p : g_played) {
+      if (p.file != "<stop>") out.push_back(p.file);
+    }
+    return out;
+  }
+  CKSound m_sound;
+};
+
+TEST_F(Sound, QueueKeepsTheTwoMostUrgentInOrder) {
+  // 5, 3, 4: the first plays, then the 4 that replaced the queued 3.
+  m_sound.SORequestSound("five.wav", 5);
+  m_sound.SORequestSound("three.wav", 3);
+  m_sound.SORequestSound("four.wav", 4);
+  m_sound.SORequestSound("two.wav", 2);  // dropped: the queued one is more urgent
+  EXPECT_EQ(1, m_sound.SOPlaySound());
+  EXPECT_EQ(1, m_sound.SOPlaySound());
+  EXPECT_EQ(0, m_sound.SOPlaySound());
+  EXPECT_EQ((std::vector<std::string>{"five.wav", "four.wav"}), playedFiles());
+}
+
+TEST_F(Sound, AMoreUrgentSoundSupersedesTheCurrentOne) {
+  m_sound.SORequestSound("five.wav", 5);
+  m_sound.SORequestSound("nine.wav", 9);
+  EXPECT_EQ(1, m_sound.SOPlaySound());
+  EXPECT_EQ(0, m_sound.SOPlaySound());
+  EXPECT_EQ((std::vector<std::string>{"nine.wav"}), playedFiles());
+
+  // Equal priorities queue behind, a later equal one does not displace the queued.
+  m_sound.SORequestSound("a.wav", 5);
+  m_sound.SORequestSound("b.wav", 5);
+  m_sound.SORequestSound("c.wav", 5);
+  m_sound.SOPlaySound();
+  m_sound.SOPlaySound();
+  EXPECT_EQ((std::vector<std::string>{"nine.wav", "a.wav", "b.wav"}), playedFiles());
+}
+
+TEST_F(Sound, FlagsDependOnPriority) {
+  m_sound.SORequestSound("ordinary.wav", 100);
+  m_sound.SOPlaySound();
+  m_sound.SORequestSound("urgent.wav", 101);
+  m_sound.SOPlaySound();
+  ASSERT_EQ(2u, g_played.size());
+  EXPECT_EQ(0x20011u, g_played[0].flags);
+  EXPECT_EQ(0x20001u, g_played[1].flags);
+}
+
+TEST_F(Sound, DisabledOrFailedSoundsAreStillConsumed) {
+  m_sound.SOEnableSound(0);
+  EXPECT_EQ(0, m_sound.SOIsSoundEnabled());
+  m_sound.SORequestSound("quiet.wav", 1);
+  EXPECT_EQ(1, m_sound.SOPlaySound());
+  EXPECT_EQ(0, m_sound.SOPlaySound());
+  m_sound.SOEnableSound(2);  // only exactly 1 enables
+  m_sound.SORequestSound("quiet.wav", 1);
+  EXPECT_EQ(1, m_sound.SOPlaySound());
+  EXPECT_TRUE(g_played.empty());
+
+  m_sound.SOEnableSound(1);
+  g_playResult = 0;
+  m_sound.SORequestSound("busy.wav", 1);
+  EXPECT_EQ(0, m_sound.SOPlaySound());
+  EXPECT_EQ(0, m_sound.SOPlaySound());
+  EXPECT_EQ(1u, g_played.size());
+}
+
+TEST_F(Sound, ClearEmptiesTheQueueAndStopsEverything) {
+  m_sound.SORequestSound("a.wav", 5);
+  m_sound.SORequestSound("b.wav", 3);
+  EXPECT_EQ(1, m_sound.SOClearSound());
+  ASSERT_EQ(1u, g_played.size());
+  EXPECT_EQ("<stop>", g_played[0].file);
+  EXPECT_EQ(0x40u, g_played[0].flags);
+  EXPECT_EQ(0, m_sound.SOPlaySound());
+  // Priorities are back to none: any new request becomes current.
+  m_sound.SORequestSound("c.wav", -5);
+  EXPECT_EQ(1, m_sound.SOPlaySound());
+  EXPECT_EQ("c.wav", g_played.back().file);
+}
+
+TEST_F(Sound, BackgroundListKeepsOnlyReadableFiles) {
+  TempDir dir;
+  writeFile(dir.file("one.wav"), "RIFF");
+  writeFile(dir.file("two.wav"), "RIFF");
+  writeFile(dir.file("bad.lst"), "# comment\n\n   \t\n" + dir.file("missing.wav") + "\n");
+  EXPECT_EQ(1, m_sound.SOLoadBackgroundList(dir.file("bad.lst").c_str(), 10));
+  for (int i = 0; i < 2000; ++i) EXPECT_EQ(0, m_sound.SOPlaySound());  // an empty list never draws
+  EXPECT_TRUE(g_played.empty());
+
+  EXPECT_EQ(0, m_sound.SOLoadBackgroundList(dir.file("absent.lst").c_str(), 10));
+  EXPECT_EQ(0, m_sound.SOLoadBackgroundList("", 10));
+}
+
+// Finds a seed whose first rand() hits the background period, then checks that
+// the entry picked by the next rand() is played.
+TEST_F(Sound, BackgroundSoundIsDrawnWhenRandHitsThePeriod) {
+  TempDir dir;
+  std::string list = "# sounds\n";
+  const std::vector<std::string> names = {"a.wav", "b.wav", "c.wav"};
+  for (const auto& n : names) {
+    writeFile(dir.file(n), "RIFF");
+    list += dir.file(n) + "\r\n";
+  }
+  writeFile(dir.file("bg.lst"), list);
+  ASSERT_EQ(1, m_sound.SOLoadBackgroundList(dir.file("bg.lst").c_str(), 1));
+
+  unsigned int hit = 0, miss = 0;
+  int expectedIndex = -1;
+  for (unsigned int seed = 1; seed < 200000 && (hit == 0 || miss == 0); ++seed) {
+    std::srand(seed);
+    const int first = std::rand();
+    if (first % 30 == 0 && hit == 0) {
+      hit = seed;
+      expectedIndex = std::rand() % 3;
+    } else if (first % 30 != 0 && miss == 0) {
+      miss = seed;
+    }
+  }
+  ASSERT_NE(0u, hit);
+  std::srand(miss);
+  EXPECT_EQ(0, m_sound.SOPlaySound());
+  std::srand(hit);
+  EXPECT_EQ(1, m_sound.SOPlaySound());
+  ASSERT_EQ(1u, g_played.size());
+  EXPECT_EQ(dir.file(names[expectedIndex]), g_played[0].file);
+  EXPECT_EQ(0x20011u, g_played[0].flags);  // background sounds have priority 0
+
+  // With a current sound waiting, a drawn sound is queued behind it.
+  m_sound.SORequestSound("event.wav", 7);
+  std::srand(hit);
+  m_sound.SOPlaySound();
+  std::srand(miss);
+  m_sound.SOPlaySound();
+  ASSERT_EQ(3u, g_played.size());
+  EXPECT_EQ("event.wav", g_played[1].file);
+  EXPECT_EQ(dir.file(names[expectedIndex]), g_played[2].file);
+}
+
+#if !defined(_WIN32)
+TEST(SoundDevice, PlayingAMissingFileFailsAndStoppingAlwaysWorks) {
+  TempDir dir;
+  EXPECT_FALSE(kutil::platform::playSound(dir.file("missing.wav").c_str(), 0x20011));
+  EXPECT_TRUE(kutil::platform::playSound(nullptr, kutil::platform::kSoundPurge));
+}
+#endif
+
+}  // namespace
