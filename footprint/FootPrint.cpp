@@ -49,6 +49,9 @@ _D3DVECTOR makeVector(float x, float y, float z) {
 CKFootPrint::~CKFootPrint() { FPDeleteAllEdges(); }
 
 int CKFootPrint::FPInitialise() {
+  // Members start out null, so edges still held can only be real ones: free
+  // them rather than lose them when a footprint is initialised again.
+  FPDeleteAllEdges();
   m_currentEdge = nullptr;
   m_lastStatus = 0;
   m_vertexCount = 0;

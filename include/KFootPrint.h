@@ -75,7 +75,7 @@ class KUTIL_API CKFootPrint {
 
   // ---- lifecycle and whole-footprint data ----
 
-  /// Empties the footprint without freeing (call on a fresh object or after FPTerminate). Returns 1.
+  /// Empties the footprint (freeing any edges still held) and resets every field. Returns 1.
   int FPInitialise();
   /// Frees every edge and vertex. Returns 1.
   int FPTerminate();
