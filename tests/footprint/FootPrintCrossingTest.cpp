@@ -19,10 +19,10 @@ TEST(FootPrintCrossing, MarginCatchesStepsEndingCloseToAWall) {
   CKFootPrint fp;
   ASSERT_EQ(makeSquare(fp), 1);
   _D3DVECTOR pos = vec(5, 0, 5);
-  _D3DVECTOR near = vec(0, 0, 4.8f), clear = vec(0, 0, 4.6f), out = vec(0, 0, 6);
-  EXPECT_EQ(fp.FPIsBoundaryCrossed(&pos, &near), 1);
+  _D3DVECTOR closeStep = vec(0, 0, 4.8f), clear = vec(0, 0, 4.6f), out = vec(0, 0, 6);
+  EXPECT_EQ(fp.FPIsBoundaryCrossed(&pos, &closeStep), 1);
   EXPECT_EQ(fp.FPIsBoundaryCrossed(&pos, &clear), 0);
-  EXPECT_EQ(fp.FPIsBoundaryCrossedNoMargin(&pos, &near), 0);
+  EXPECT_EQ(fp.FPIsBoundaryCrossedNoMargin(&pos, &closeStep), 0);
   EXPECT_EQ(fp.FPIsBoundaryCrossedNoMargin(&pos, &clear), 0);
   EXPECT_EQ(fp.FPIsBoundaryCrossedNoMargin(&pos, &out), 1);
   // Beyond a corner the foot of the perpendicular misses both edges.
@@ -154,8 +154,8 @@ TEST(FootPrintEdgeQueries, HeightDistanceAndSampleDistance) {
   _D3DVECTOR c1 = vec(0, 0, 0), c2 = vec(4, 0, 0), c3 = vec(2, 0, 0), c4 = vec(6, 0, 0);
   ASSERT_EQ(fp.FPDistanceToEdge(&c1, &c2, &c3, &c4, &distance), 1);
   EXPECT_FLOAT_EQ(distance, 0.0f);
-  _D3DVECTOR far = vec(12, 0, 0);
-  EXPECT_EQ(fp.FPDistanceToEdge(&c1, &c2, &c4, &far, &distance), 0);
+  _D3DVECTOR beyond = vec(12, 0, 0);
+  EXPECT_EQ(fp.FPDistanceToEdge(&c1, &c2, &c4, &beyond, &distance), 0);
 }
 
 TEST(FootPrintEdgeQueries, CoincidentEdgeNeedsAUsableOverlap) {

@@ -204,8 +204,8 @@ TEST(FootPrintPlane, KindsFollowTheNormal) {
   EXPECT_FLOAT_EQ(solved.y, 2.0f);
   EXPECT_FLOAT_EQ(solved.z, 7.0f);
 
-  _D3DVECTOR far = vec(2, 0, 0);  // collinear: kind and made stay
-  EXPECT_EQ(fp.FPMakePlaneEquation(&plane, &o, &x, &far), 0);
+  _D3DVECTOR onLine = vec(2, 0, 0);  // collinear: kind and made stay
+  EXPECT_EQ(fp.FPMakePlaneEquation(&plane, &o, &x, &onLine), 0);
   EXPECT_EQ(plane.kind, 3);
   EXPECT_EQ(plane.made, 1);
 
