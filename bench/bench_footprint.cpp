@@ -21,8 +21,8 @@ void makeRegular(CKFootPrint& fp, int edges) {
 
 void perEdge(benchmark::State& state, int edges) {
   state.counters["per_edge"] =
-      benchmark::Counter(static_cast<double>(edges), benchmark::Counter::kIsIterationInvariantRate |
-                                                         benchmark::Counter::kInvert);
+      benchmark::Counter(static_cast<double>(edges),
+                         benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 void BM_FootPrintIsPointInside(benchmark::State& state) {

@@ -223,7 +223,8 @@ int CKFootPrint::FPIsPointInside(const _D3DVECTOR* point) {
   return FPPointsAreOnTheSameSide(&m_externalVertex, point) ? 0 : 1;
 }
 
-int CKFootPrint::FPAdjustTranslation(const _D3DVECTOR* edgeStart, const _D3DVECTOR* edgeEnd, _D3DVECTOR* step) {
+int CKFootPrint::FPAdjustTranslation(const _D3DVECTOR* edgeStart, const _D3DVECTOR* edgeEnd,
+                                     _D3DVECTOR* step) {
   if (edgeStart == nullptr || edgeEnd == nullptr || step == nullptr) return 0;
   const float entryY = step->y;
   _D3DVECTOR e, unit, sum, difference;
@@ -335,11 +336,13 @@ int CKFootPrint::boxCrossing(const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DR
   return 1;
 }
 
-int CKFootPrint::FPBoxBoundaryCrossingExclusive(const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DRMBOX* out) {
+int CKFootPrint::FPBoxBoundaryCrossingExclusive(const _D3DVECTOR* from, const _D3DVECTOR* to,
+                                                _D3DRMBOX* out) {
   return boxCrossing(from, to, out, false);
 }
 
-int CKFootPrint::FPBoxBoundaryCrossingInclusive(const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DRMBOX* out) {
+int CKFootPrint::FPBoxBoundaryCrossingInclusive(const _D3DVECTOR* from, const _D3DVECTOR* to,
+                                                _D3DRMBOX* out) {
   return boxCrossing(from, to, out, true);
 }
 
@@ -389,8 +392,8 @@ int CKFootPrint::FPGetEdgeSampleDistance(const _D3DVECTOR* point, float* out) {
 
 // ------------------------------------------------------------------ clearance
 
-int CKFootPrint::solveAtStep(const _D3DVECTOR* at, const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DVECTOR* top,
-                             _D3DVECTOR* bottom) {
+int CKFootPrint::solveAtStep(const _D3DVECTOR* at, const _D3DVECTOR* from, const _D3DVECTOR* to,
+                             _D3DVECTOR* top, _D3DVECTOR* bottom) {
   _D3DVECTOR solved;
   if (!FPSolvePlaneEquation(&m_planeEquation, at, &solved)) return 0;
   _D3DRMBOX box;

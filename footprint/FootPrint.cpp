@@ -362,7 +362,8 @@ int CKFootPrint::FPSelectNextEdgeNoWrap() {
 }
 
 int CKFootPrint::FPSelectPreviousEdgeNoWrap() {
-  if (m_currentEdge == nullptr || m_currentEdge == m_firstEdge || m_firstEdge == nullptr) return m_lastStatus = 0;
+  if (m_currentEdge == nullptr || m_currentEdge == m_firstEdge || m_firstEdge == nullptr)
+    return m_lastStatus = 0;
   tagKEdge* previous = m_firstEdge;
   while (previous->next != nullptr && previous->next != m_currentEdge) previous = previous->next;
   if (previous->next != m_currentEdge) return m_lastStatus = 0;
@@ -604,7 +605,8 @@ int CKFootPrint::FPMakePlaneEquation(tagKPlaneEquation* plane, const _D3DVECTOR*
   const double x1 = p1->x, y1 = p1->y, z1 = p1->z;
   const double x2 = p2->x, y2 = p2->y, z2 = p2->z;
   const double x3 = p3->x, y3 = p3->y, z3 = p3->z;
-  plane->d = static_cast<float>(x1 * (y2 * z3 - z2 * y3) - y1 * (x2 * z3 - z2 * x3) + z1 * (x2 * y3 - y2 * x3));
+  plane->d =
+      static_cast<float>(x1 * (y2 * z3 - z2 * y3) - y1 * (x2 * z3 - z2 * x3) + z1 * (x2 * y3 - y2 * x3));
   plane->a = static_cast<float>((z1 - z2) * y3 + (z2 - z3) * y1 + (z3 - z1) * y2);
   plane->b = static_cast<float>((z1 - z3) * x2 + (z2 - z1) * x3 + (z3 - z2) * x1);
   plane->c = static_cast<float>((y2 - y3) * x1 + (y1 - y2) * x3 + (y3 - y1) * x2);
@@ -678,7 +680,8 @@ int CKFootPrint::FPUpdatePlaneEquation() {
   return 1;
 }
 
-int CKFootPrint::FPGetConstYVector(const tagKPlaneEquation* plane, const _D3DVECTOR* reference, _D3DVECTOR* out) {
+int CKFootPrint::FPGetConstYVector(const tagKPlaneEquation* plane, const _D3DVECTOR* reference,
+                                   _D3DVECTOR* out) {
   if (plane == nullptr || reference == nullptr || out == nullptr) return 0;
   if (plane->kind != 3) return 0;
   const double a = plane->a, c = plane->c, d = plane->d;

@@ -230,8 +230,8 @@ class KUTIL_API CKFootPrint {
   /// Floor and ceiling along the step from -> to into top->y and bottom->y (only y is written):
   /// the face clearance (mode 2 instead when preferFace and the plane is vertical or steep),
   /// else the box clearance; 0 when neither applies.
-  int FPGetClearance(const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DVECTOR* top, _D3DVECTOR* bottom, int mode,
-                     int preferFace);
+  int FPGetClearance(const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DVECTOR* top, _D3DVECTOR* bottom,
+                     int mode, int preferFace);
   /// Clearance from the plane and the crossing of from -> to (modes 0, 1, 2) into top->y, bottom->y.
   int FPGetFaceClearance(const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DVECTOR* top, _D3DVECTOR* bottom,
                          int mode);
@@ -286,17 +286,17 @@ class KUTIL_API CKFootPrint {
   /// target = box moved by offset (both corners). Returns 1.
   int FPSetBox(_D3DRMBOX* target, const _D3DRMBOX* box, const _D3DVECTOR* offset);
 
-  tagKEdge* m_currentEdge = nullptr;        ///< cursor; null when nothing is selected
-  int m_lastStatus = 0;                     ///< result of the last selection or edge access
-  int m_vertexCount = 0;                    ///< vertices added since the last FPDeleteAllEdges
-  tagKEdge* m_firstEdge = nullptr;          ///< head of the edge list
-  _D3DVECTOR m_centreOfGravity = {};        ///< centre of gravity
-  _D3DVECTOR m_externalVertex = {};         ///< a point outside the polygon
-  tagKCoincidence m_coincidence = {{}, -1}; ///< last line intersection
-  int m_boxFlags = 0;                       ///< 1 clearance (y) valid, 2 horizontal extent valid
-  _D3DRMBOX m_box = {};                     ///< box; min.y floor and max.y ceiling
+  tagKEdge* m_currentEdge = nullptr;         ///< cursor; null when nothing is selected
+  int m_lastStatus = 0;                      ///< result of the last selection or edge access
+  int m_vertexCount = 0;                     ///< vertices added since the last FPDeleteAllEdges
+  tagKEdge* m_firstEdge = nullptr;           ///< head of the edge list
+  _D3DVECTOR m_centreOfGravity = {};         ///< centre of gravity
+  _D3DVECTOR m_externalVertex = {};          ///< a point outside the polygon
+  tagKCoincidence m_coincidence = {{}, -1};  ///< last line intersection
+  int m_boxFlags = 0;                        ///< 1 clearance (y) valid, 2 horizontal extent valid
+  _D3DRMBOX m_box = {};                      ///< box; min.y floor and max.y ceiling
   tagKPlaneEquation m_planeEquation = {0.0f, 0.0f, 0.0f, 0.0f, -1, 0};  ///< plane through the vertices
-  int m_type = -1;                          ///< free classification; -1 unset
+  int m_type = -1;                                                      ///< free classification; -1 unset
 
  private:
   int boxCrossing(const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DRMBOX* out, bool inclusive);

@@ -197,7 +197,7 @@ TEST(FootPrintClearance, BoxCrossingOfAWallFaceSpansItsHeight) {
   ASSERT_EQ(wall.FPGetClearance(&from, &to, &top, &bottom, 1, 1), 1);  // vertical: crossing preferred
   EXPECT_FLOAT_EQ(top.y, 3.0f);
   EXPECT_FLOAT_EQ(bottom.y, 0.0f);
-  EXPECT_FLOAT_EQ(top.x, 0.0f);  // only y is written
+  EXPECT_FLOAT_EQ(top.x, 0.0f);                                         // only y is written
   EXPECT_EQ(wall.FPGetFaceClearance(&from, &to, &top, &bottom, 1), 0);  // cannot solve a vertical plane
   EXPECT_EQ(wall.FPGetFaceClearance(&from, &to, &top, &bottom, 7), 0);
 }
@@ -214,7 +214,7 @@ TEST(FootPrintClearance, SlopingFloorModesAndTheBoxFallback) {
   EXPECT_FLOAT_EQ(top.y, 2.5f);
   EXPECT_FLOAT_EQ(bottom.y, 2.5f);
   EXPECT_EQ(floor.FPGetFaceClearance(&from, &inside, &top, &bottom, 0), 0);  // nothing crossed
-  ASSERT_EQ(floor.FPGetClearance(&from, &inside, &top, &bottom, 0, 0), 1);  // the box instead
+  ASSERT_EQ(floor.FPGetClearance(&from, &inside, &top, &bottom, 0, 0), 1);   // the box instead
   EXPECT_FLOAT_EQ(top.y, 5.0f);
   EXPECT_FLOAT_EQ(bottom.y, 0.0f);
 
@@ -258,7 +258,8 @@ TEST(FootPrintBadInput, DegenerateFootPrintsGiveTheDocumentedAnswers) {
   EXPECT_EQ(fp.FPPointsAreOnTheSameSide(&nearWall, &below), 1);
 
   // A repeated vertex and a zero-length step change nothing.
-  ASSERT_EQ(makeFootPrint(fp, {vec(0, 0, 0), vec(10, 0, 0), vec(10, 0, 0), vec(10, 0, 10), vec(0, 0, 10)}), 1);
+  ASSERT_EQ(makeFootPrint(fp, {vec(0, 0, 0), vec(10, 0, 0), vec(10, 0, 0), vec(10, 0, 10), vec(0, 0, 10)}),
+            1);
   _D3DVECTOR in = vec(5, 0, 5), out = vec(15, 0, 5);
   EXPECT_EQ(fp.FPIsPointInside(&in), 1);
   EXPECT_EQ(fp.FPIsPointInside(&out), 0);
@@ -281,7 +282,8 @@ bool evenOdd(const std::vector<double>& xs, const std::vector<double>& zs, doubl
   return inside;
 }
 
-double distanceToBoundary(const std::vector<double>& xs, const std::vector<double>& zs, double px, double pz) {
+double distanceToBoundary(const std::vector<double>& xs, const std::vector<double>& zs, double px,
+                          double pz) {
   double best = 1e300;
   const size_t n = xs.size();
   for (size_t i = 0; i < n; ++i) {
@@ -367,8 +369,9 @@ TEST(FootPrintCrossing, MarginTestMatchesTheHeadingFormulaOnRandomSteps) {
     fp.FPInitialise();
     for (int i = 0; i < 6; ++i) {
       // Every other polygon sits on a coarse grid, so edges run exactly along the axes.
-      const _D3DVECTOR p = (polygon % 2) ? vec(static_cast<float>(grid(rng)), 0, static_cast<float>(grid(rng)))
-                                         : vec(coord(rng), 0, coord(rng));
+      const _D3DVECTOR p = (polygon % 2)
+                               ? vec(static_cast<float>(grid(rng)), 0, static_cast<float>(grid(rng)))
+                               : vec(coord(rng), 0, coord(rng));
       v.push_back(p);
       fp.FPAddVertex(&p);
     }
