@@ -244,3 +244,22 @@ TEST(CKVGenFile, SingleVertexSeedIsReadButItsOutlineFails) {
   EXPECT_EQ(restoreText(gen.g, seedBlock(1, 2, 3)), 0);
   EXPECT_EQ(seedCount(gen.g), 1);
 }
+
+TEST(CKVGenFile, CubeFixtureRestoresAndBuilds) {
+  const std::string path = kutil::test::testDataPath("vgen/data/cube.ksf");
+  Gen gen;
+  ASSERT_EQ(gen->KVRestore(path.c_str()), 1);
+  EXPECT_EQ(seedCount(gen.g), 4);
+  EXPECT_EQ(instructionCount(gen.g), 1);
+  ASSERT_EQ(gen->KVTesselateSeedPlane(), 1);
+  ASSERT_EQ(gen->KVGenerate(), 1);
+  ASSERT_EQ(gen->KVUpdateVertexDependencies(), 1);
+  _D3DRMBOX* box = nullptr;
+  ASSERT_EQ(gen->KVGetGenFaceBox(&box), 1);
+  expectNear(box->min, vec(0, 0, 0));
+  expectNear(box->max, vec(2, 2, 2));
+  TempDir dir;
+  const std::string copy = dir.file("cube.ksf");
+  ASSERT_EQ(gen->KVSave(copy.c_str()), 1);
+  EXPECT_EQ(readLines(copy), readLines(path));
+}
