@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "KFile.h"
 #include "KText.h"
@@ -73,7 +74,7 @@ TEST(KUFileOps, TouchAppendReadableAndCount) {
   EXPECT_EQ(KUAppendLine(path.c_str(), "one\n"), 1);
   EXPECT_EQ(KUAppendLine(path.c_str(), "two"), 1);
   EXPECT_EQ(KUTouch(path.c_str()), 1);  // leaves content alone
-  EXPECT_EQ(readFile(path), "one\ntwo");
+  EXPECT_EQ(kutil::test::readLines(path), (std::vector<std::string>{"one", "two"}));  // text mode
   long count = -1;
   ASSERT_EQ(KUCountLinesInFile(path.c_str(), &count), 1);
   EXPECT_EQ(count, 2);
