@@ -70,7 +70,9 @@ class KUTIL_API CKFootPrint {
   CKFootPrint() = default;
   /// Releases the edges still held.
   ~CKFootPrint();
+  /// Not copyable: a footprint owns its edges (use FPCopyFrom).
   CKFootPrint(const CKFootPrint&) = delete;
+  /// Not assignable: a footprint owns its edges (use FPCopyFrom).
   CKFootPrint& operator=(const CKFootPrint&) = delete;
 
   // ---- lifecycle and whole-footprint data ----
@@ -299,7 +301,9 @@ class KUTIL_API CKFootPrint {
   int m_type = -1;                                                      ///< free classification; -1 unset
 
  private:
+  /// The box crossing of both forms; inclusive counts crossings at the step's ends.
   int boxCrossing(const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DRMBOX* out, bool inclusive);
+  /// Clearance mode 0 with the plane solved at `at`: the crossing box grown by that point.
   int solveAtStep(const _D3DVECTOR* at, const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DVECTOR* top,
                   _D3DVECTOR* bottom);
 };
