@@ -95,21 +95,6 @@ TEST(KUSegments, ExtractFieldFailsOnBrokenLinesWithoutTouchingOut) {
   EXPECT_STREQ(out, "keep");
 }
 
-TEST(KUSegments, RoundTripThroughConcatenatedLine) {
-  char seg[128];
-  int len = 0;
-  std::string line;
-  KUMkLineSegment(seg, "[FPT]", "a[1]b]", &len);
-  line += seg;
-  KUMkFloatSegment(seg, "[DTA]", 1.5f, &len);
-  line += seg;
-  char out[64];
-  ASSERT_EQ(KUExtractField("[DTA]", line.c_str(), out, 63), 1);
-  EXPECT_STREQ(out, "1.5000");
-  ASSERT_EQ(KUExtractField("[FPT]", line.c_str(), out, 63), 1);
-  EXPECT_STREQ(out, "a[1]b]");
-}
-
 TEST(KUCopyCompare, SafeStrncpyReturnRule) {
   char out[8] = "zzzzzzz";
   EXPECT_EQ(KUSafeStrncpy(out, "abcdef", 3), 1);  // truncation is not reported
@@ -134,12 +119,6 @@ TEST(KUCopyCompare, StrNIcmpOneMeansEqualAndFoldsSlashes) {
   EXPECT_EQ(KUstrNIcmp("ab", "AB", 50), 1);
   EXPECT_EQ(kutil::detail::samePath("/Home/A/", "\\home\\a\\"), true);
   EXPECT_EQ(kutil::detail::samePath("/home/a", "/home/ab"), false);
-}
-
-TEST(KUCopyCompare, StringContainsIsCaseSensitive) {
-  EXPECT_EQ(KUStringContains("lo W", "Hello World"), 1);
-  EXPECT_EQ(KUStringContains("lo w", "Hello World"), 0);
-  EXPECT_EQ(KUStringContains(nullptr, "x"), 0);
 }
 
 TEST(KUNumbers, FirstCharacterRule) {
