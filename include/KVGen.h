@@ -30,7 +30,7 @@
 /// One vertex of a plane of the solid: its footprint vertex record, its side-face outline and hit mark.
 struct tagKExtrudeVertex {
   tagKVertex point;          ///< footprint vertex record: point.position and the tessellation data point.tess
-  CKFootPrint* faceOutline;  ///< owned outline of the side face beginning here; null unless edge-detect type 0
+  CKFootPrint* faceOutline;  ///< owned outline of the side face starting here; null unless edge-detect type 0
   int hitFace;               ///< 1 when the side face beginning at this vertex has been hit
   tagKExtrudeVertex* next;   ///< next vertex of the same plane, null at the end
 };
@@ -86,15 +86,18 @@ class KUTIL_API CKVGen : public CKFootPrint {
   int KVGetNormalDirection(int* direction);
   /// Copies the front texture name (at most 276 characters kept, always terminated). Returns 1.
   int KVSetFrontPlaneTexture(const char* name);
-  /// Copies the front texture name into out (capacity 277, always terminated); 0 with out untouched when empty.
+  /// Copies the front texture name into out (capacity 277, always terminated); 0 with out untouched when
+  /// empty.
   int KVGetFrontPlaneTexture(char* out);
   /// Copies the back texture name (at most 276 characters kept, always terminated). Returns 1.
   int KVSetBackPlaneTexture(const char* name);
-  /// Copies the back texture name into out (capacity 277, always terminated); 0 with out untouched when empty.
+  /// Copies the back texture name into out (capacity 277, always terminated); 0 with out untouched when
+  /// empty.
   int KVGetBackPlaneTexture(char* out);
   /// Copies the side-surface texture name (at most 276 characters kept, always terminated). Returns 1.
   int KVSetWrapSurfaceTexture(const char* name);
-  /// Copies the side-surface texture name into out (capacity 277, always terminated); 0 with out untouched when empty.
+  /// Copies the side-surface texture name into out (capacity 277, always terminated); 0 with out untouched
+  /// when empty.
   int KVGetWrapSurfaceTexture(char* out);
   /// Stores the front texture repeat count. Returns 1.
   int KVSetFrontTiling(int tiling);
@@ -118,7 +121,8 @@ class KUTIL_API CKVGen : public CKFootPrint {
   int KVGetBackIconIndex(char* out);
   /// Copies the side-surface icon index text, at most 16 characters. Returns 1.
   int KVSetWrapIconIndex(const char* index);
-  /// Copies the side-surface icon index into out (capacity 17, always terminated); 0 with out untouched when empty.
+  /// Copies the side-surface icon index into out (capacity 17, always terminated); 0 with out untouched when
+  /// empty.
   int KVGetWrapIconIndex(char* out);
   /// Stores the editing step for moves. Returns 1.
   int KVSetDeltaTranslation(float delta);
@@ -186,7 +190,8 @@ class KUTIL_API CKVGen : public CKFootPrint {
   int KVGetSelectedGenVertex(_D3DVECTOR* out);
   /// Overwrites the selected generated vertex's position; 0 with no current plane or selection.
   int KVUpdateSelectedGenVertex(const _D3DVECTOR* point);
-  /// Hands out the selected generated vertex's tessellation record (borrowed); 0 with no current plane or selection.
+  /// Hands out the selected generated vertex's tessellation record (borrowed); 0 with no current plane or
+  /// selection.
   int KVGetSelectedGenVertexTessPointer(tagKTessVertex** out);
 
   // --- instructions -------------------------------------------------------
@@ -309,29 +314,29 @@ class KUTIL_API CKVGen : public CKFootPrint {
   // --- end of tessellation ---
 
   // Internal state, public so that the library's own sources and tests can reach it; use the methods.
-  tagKExtrudePlane* m_seedPlane;                ///< owned seed plane, or null
-  tagKExtrudePlane* m_currentPlane;             ///< borrowed cursor over the generated planes
-  tagKExtrudeVertex* m_selectedGenVertex;       ///< borrowed cursor over the current plane's vertices
-  int m_normalDirection;                        ///< 0, 1, or -1 for unset
-  int m_seedOrientation;                        ///< 0 (raw normal z >= 0), 1 (z < 0), -1 unknown
-  int m_reserved;                               ///< not used
-  float m_deltaTranslation;                     ///< editing step for moves
-  float m_deltaRotation;                        ///< editing step for turns, radians
-  char m_frontPlaneTexture[277];                ///< front texture name
-  char m_backPlaneTexture[277];                 ///< back texture name
-  char m_wrapSurfaceTexture[277];               ///< side-surface texture name
-  char m_frontIconIndex[17];                    ///< front icon index text
-  char m_backIconIndex[17];                     ///< back icon index text
-  char m_wrapIconIndex[17];                     ///< side-surface icon index text
-  int m_frontTiling;                            ///< front texture repeat count
-  int m_backTiling;                             ///< back texture repeat count
-  int m_wrapTiling;                             ///< side-surface texture repeat count
-  int m_edgeDetectType;                         ///< EDGE_DETECT_FACE or EDGE_DETECT_BOX
-  tagKExtrudeVertex* m_selectedSeedVertex;      ///< borrowed cursor over the seed list
-  tagKExtrudeInstruction* m_instructions;       ///< owned instruction list
+  tagKExtrudePlane* m_seedPlane;                  ///< owned seed plane, or null
+  tagKExtrudePlane* m_currentPlane;               ///< borrowed cursor over the generated planes
+  tagKExtrudeVertex* m_selectedGenVertex;         ///< borrowed cursor over the current plane's vertices
+  int m_normalDirection;                          ///< 0, 1, or -1 for unset
+  int m_seedOrientation;                          ///< 0 (raw normal z >= 0), 1 (z < 0), -1 unknown
+  int m_reserved;                                 ///< not used
+  float m_deltaTranslation;                       ///< editing step for moves
+  float m_deltaRotation;                          ///< editing step for turns, radians
+  char m_frontPlaneTexture[277];                  ///< front texture name
+  char m_backPlaneTexture[277];                   ///< back texture name
+  char m_wrapSurfaceTexture[277];                 ///< side-surface texture name
+  char m_frontIconIndex[17];                      ///< front icon index text
+  char m_backIconIndex[17];                       ///< back icon index text
+  char m_wrapIconIndex[17];                       ///< side-surface icon index text
+  int m_frontTiling;                              ///< front texture repeat count
+  int m_backTiling;                               ///< back texture repeat count
+  int m_wrapTiling;                               ///< side-surface texture repeat count
+  int m_edgeDetectType;                           ///< EDGE_DETECT_FACE or EDGE_DETECT_BOX
+  tagKExtrudeVertex* m_selectedSeedVertex;        ///< borrowed cursor over the seed list
+  tagKExtrudeInstruction* m_instructions;         ///< owned instruction list
   tagKExtrudeInstruction* m_selectedInstruction;  ///< borrowed cursor over the instructions
-  tagKExtrudePlane* m_genPlanes;                ///< owned generated planes, in instruction order
-  KVTessellation* m_tessellation;               ///< owned triangulation of the seed, or null
+  tagKExtrudePlane* m_genPlanes;                  ///< owned generated planes, in instruction order
+  KVTessellation* m_tessellation;                 ///< owned triangulation of the seed, or null
 };
 
 /// Writes v as "%.4f,%.4f,%.4f" into out (capacity 140 bytes covers any float, always terminated). Returns 1;

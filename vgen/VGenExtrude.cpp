@@ -64,7 +64,8 @@ int firstTriangle(CKVGen& gen, int* a, int* b, int* c) {
 }
 
 // Points a, b, c of a plane's vertex list; 0 when one of them is missing.
-int trianglePoints(tagKExtrudePlane* plane, int a, int b, int c, _D3DVECTOR* pa, _D3DVECTOR* pb, _D3DVECTOR* pc) {
+int trianglePoints(tagKExtrudePlane* plane, int a, int b, int c, _D3DVECTOR* pa, _D3DVECTOR* pb,
+                   _D3DVECTOR* pc) {
   if (plane == nullptr || a < 0 || b < 0 || c < 0) return 0;
   tagKExtrudeVertex* va = vertexByNumber(plane->vertices, a);
   tagKExtrudeVertex* vb = vertexByNumber(plane->vertices, b);
@@ -292,7 +293,8 @@ int CKVGen::KVFootPrintFromSeed(CKFootPrint* fp, int lay) {
 int CKVGen::KVFootPrintFromSelectedFace(CKFootPrint* fp) {
   if (fp == nullptr) return 0;
   _D3DVECTOR c[4];
-  if (KVGetFrontFace(&c[0], &c[1], &c[2], &c[3]) == 0 && KVGetBackFace(&c[0], &c[1], &c[2], &c[3]) == 0) return 0;
+  if (KVGetFrontFace(&c[0], &c[1], &c[2], &c[3]) == 0 && KVGetBackFace(&c[0], &c[1], &c[2], &c[3]) == 0)
+    return 0;
   fp->FPDeleteAllEdges();
   for (const _D3DVECTOR& p : c) {
     if (fp->FPAddVertex(&p) == 0) return 0;

@@ -87,7 +87,8 @@ int CKVGen::KVGetBackFace(_D3DVECTOR* c1, _D3DVECTOR* c2, _D3DVECTOR* c3, _D3DVE
 
 int CKVGen::KVIsFaceUsable() {
   _D3DVECTOR c[4];
-  if (KVGetFrontFace(&c[0], &c[1], &c[2], &c[3]) == 0 && KVGetBackFace(&c[0], &c[1], &c[2], &c[3]) == 0) return 0;
+  if (KVGetFrontFace(&c[0], &c[1], &c[2], &c[3]) == 0 && KVGetBackFace(&c[0], &c[1], &c[2], &c[3]) == 0)
+    return 0;
   return KUHasArea(&c[0], &c[1], &c[2], &c[3]) > 0 ? 1 : 0;
 }
 

@@ -15,9 +15,7 @@ constexpr int kLineCapacity = 400;
 constexpr int kReadBuffer = 292;
 constexpr int kValueLength = 276;
 
-int writeLine(FILE* f, const char* line) {
-  return std::fprintf(f, "%s\n", line) > 0 ? 1 : 0;
-}
+int writeLine(FILE* f, const char* line) { return std::fprintf(f, "%s\n", line) > 0 ? 1 : 0; }
 
 void writeInt(FILE* f, const char* tag, int value) {
   char line[kLineCapacity];
@@ -42,8 +40,31 @@ void writeText(FILE* f, const char* tag, const char* value) {
 
 // The tags the reader recognises, in the order it tests them.
 enum Tag {
-  kNRM, kDTA, kDRO, kFPT, kFTI, kBPT, kBTI, kFST, kSTI, kFIC, kBIC, kWIC,
-  kSEX, kSEY, kSEZ, kCMD, kIVX, kIVY, kIVZ, kIMG, kSED, kDES, kINS, kSNI, kNone
+  kNRM,
+  kDTA,
+  kDRO,
+  kFPT,
+  kFTI,
+  kBPT,
+  kBTI,
+  kFST,
+  kSTI,
+  kFIC,
+  kBIC,
+  kWIC,
+  kSEX,
+  kSEY,
+  kSEZ,
+  kCMD,
+  kIVX,
+  kIVY,
+  kIVZ,
+  kIMG,
+  kSED,
+  kDES,
+  kINS,
+  kSNI,
+  kNone
 };
 const char* const kTags[kNone] = {"[NRM]", "[DTA]", "[DRO]", "[FPT]", "[FTI]", "[BPT]", "[BTI]", "[FST]",
                                   "[STI]", "[FIC]", "[BIC]", "[WIC]", "[SEX]", "[SEY]", "[SEZ]", "[CMD]",
@@ -94,7 +115,8 @@ int CKVGen::KVSave(const char* path) {
   writeText(f, "[BIC]", m_backIconIndex);
   writeText(f, "[WIC]", m_wrapIconIndex);
   // A generator without a seed plane simply has no seed block.
-  for (tagKExtrudeVertex* v = m_seedPlane != nullptr ? m_seedPlane->vertices : nullptr; v != nullptr; v = v->next) {
+  for (tagKExtrudeVertex* v = m_seedPlane != nullptr ? m_seedPlane->vertices : nullptr; v != nullptr;
+       v = v->next) {
     writeLine(f, "[SED]");
     writeFloat(f, "[SEX]", v->point.position.x);
     writeFloat(f, "[SEY]", v->point.position.y);
@@ -138,46 +160,95 @@ int CKVGen::KVRestore(const char* path) {
     switch (state) {
       case kOutside:
         switch (tag) {
-          case kNRM: readInt(tag, line, &m_normalDirection); break;
-          case kFTI: readInt(tag, line, &m_frontTiling); break;
-          case kBTI: readInt(tag, line, &m_backTiling); break;
-          case kSTI: readInt(tag, line, &m_wrapTiling); break;
-          case kDTA: readFloat(tag, line, &m_deltaTranslation); break;
-          case kDRO: readFloat(tag, line, &m_deltaRotation); break;
-          case kFPT: if (readText(tag, line, text)) KVSetFrontPlaneTexture(text); break;
-          case kBPT: if (readText(tag, line, text)) KVSetBackPlaneTexture(text); break;
-          case kFST: if (readText(tag, line, text)) KVSetWrapSurfaceTexture(text); break;
-          case kFIC: if (readText(tag, line, text)) KVSetFrontIconIndex(text); break;
-          case kBIC: if (readText(tag, line, text)) KVSetBackIconIndex(text); break;
-          case kWIC: if (readText(tag, line, text)) KVSetWrapIconIndex(text); break;
-          case kSED: state = kInSeed; break;
-          case kINS: state = kInInstruction; break;
+          case kNRM:
+            readInt(tag, line, &m_normalDirection);
+            break;
+          case kFTI:
+            readInt(tag, line, &m_frontTiling);
+            break;
+          case kBTI:
+            readInt(tag, line, &m_backTiling);
+            break;
+          case kSTI:
+            readInt(tag, line, &m_wrapTiling);
+            break;
+          case kDTA:
+            readFloat(tag, line, &m_deltaTranslation);
+            break;
+          case kDRO:
+            readFloat(tag, line, &m_deltaRotation);
+            break;
+          case kFPT:
+            if (readText(tag, line, text)) KVSetFrontPlaneTexture(text);
+            break;
+          case kBPT:
+            if (readText(tag, line, text)) KVSetBackPlaneTexture(text);
+            break;
+          case kFST:
+            if (readText(tag, line, text)) KVSetWrapSurfaceTexture(text);
+            break;
+          case kFIC:
+            if (readText(tag, line, text)) KVSetFrontIconIndex(text);
+            break;
+          case kBIC:
+            if (readText(tag, line, text)) KVSetBackIconIndex(text);
+            break;
+          case kWIC:
+            if (readText(tag, line, text)) KVSetWrapIconIndex(text);
+            break;
+          case kSED:
+            state = kInSeed;
+            break;
+          case kINS:
+            state = kInInstruction;
+            break;
           // Deliberately: a stray closing tag ends the useful part of the file without an error.
           case kDES:
-          case kSNI: state = kDead; break;
-          default: break;
+          case kSNI:
+            state = kDead;
+            break;
+          default:
+            break;
         }
         break;
       case kInSeed:
         switch (tag) {
-          case kSEX: readFloat(tag, line, &vertex.x); break;
-          case kSEY: readFloat(tag, line, &vertex.y); break;
-          case kSEZ: readFloat(tag, line, &vertex.z); break;
+          case kSEX:
+            readFloat(tag, line, &vertex.x);
+            break;
+          case kSEY:
+            readFloat(tag, line, &vertex.y);
+            break;
+          case kSEZ:
+            readFloat(tag, line, &vertex.z);
+            break;
           case kDES:
             KVAddSeedVertex(&vertex);
             vertex = {0.0f, 0.0f, 0.0f};
             state = kOutside;
             break;
-          default: error = true; break;
+          default:
+            error = true;
+            break;
         }
         break;
       case kInInstruction:
         switch (tag) {
-          case kCMD: readInt(tag, line, &code); break;
-          case kIVX: readFloat(tag, line, &vector.x); break;
-          case kIVY: readFloat(tag, line, &vector.y); break;
-          case kIVZ: readFloat(tag, line, &vector.z); break;
-          case kIMG: readFloat(tag, line, &magnitude); break;
+          case kCMD:
+            readInt(tag, line, &code);
+            break;
+          case kIVX:
+            readFloat(tag, line, &vector.x);
+            break;
+          case kIVY:
+            readFloat(tag, line, &vector.y);
+            break;
+          case kIVZ:
+            readFloat(tag, line, &vector.z);
+            break;
+          case kIMG:
+            readFloat(tag, line, &magnitude);
+            break;
           case kSNI:
             KVAddInstruction(code, &vector, magnitude);
             code = -1;
@@ -185,7 +256,9 @@ int CKVGen::KVRestore(const char* path) {
             magnitude = 1.0f;
             state = kOutside;
             break;
-          default: error = true; break;
+          default:
+            error = true;
+            break;
         }
         break;
       case kDead:

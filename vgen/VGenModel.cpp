@@ -387,7 +387,8 @@ int CKVGen::KVSelectFirstGenVertex() {
 }
 
 int CKVGen::KVSelectNextGenVertex() {
-  if (m_currentPlane == nullptr || m_selectedGenVertex == nullptr || m_selectedGenVertex->next == nullptr) return 0;
+  if (m_currentPlane == nullptr || m_selectedGenVertex == nullptr || m_selectedGenVertex->next == nullptr)
+    return 0;
   m_selectedGenVertex = m_selectedGenVertex->next;
   return 1;
 }
@@ -521,7 +522,8 @@ int CKVGen::KVCheckIntegrity(char* error, FILE* log) {
 }
 
 int CKVGen::KVGetSeedPlaneScale(float* width, float* height) {
-  if (width == nullptr || height == nullptr || m_seedPlane == nullptr || m_seedPlane->vertices == nullptr) return 0;
+  if (width == nullptr || height == nullptr || m_seedPlane == nullptr || m_seedPlane->vertices == nullptr)
+    return 0;
   _D3DVECTOR d;
   KUVectorSubtract(&d, &m_seedPlane->corner3, &m_seedPlane->corner2);
   KUVectorMagnitude(&d, width);

@@ -65,7 +65,8 @@ TEST(CKVGenOrientation, EveryPlaneOfAPureExtrusionSharesTheNormal) {
     gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
     ASSERT_EQ(gen->KVGenerate(), 1);
     expectNear(gen->m_seedPlane->normal, vec(0, 0, 1));
-    for (tagKExtrudePlane* p = gen->m_genPlanes; p != nullptr; p = p->next) expectNear(p->normal, vec(0, 0, 1));
+    for (tagKExtrudePlane* p = gen->m_genPlanes; p != nullptr; p = p->next)
+      expectNear(p->normal, vec(0, 0, 1));
     gen->KVSelectFirstGenPlane();
     expectNear(planeVertices(gen.g)[2], vec(2, 2, 5));
   }
