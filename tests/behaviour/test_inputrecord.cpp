@@ -57,20 +57,6 @@ TEST_F(CKInputRecordTest, StoresRunsWithTheInitialEntryFirst) {
   EXPECT_EQ(playAll(path), (std::vector<std::string>{"0/-1/", "1/0/a", "1/0/a", "1/0/a", "2/0/b"}));
 }
 
-TEST_F(CKInputRecordTest, CommandsDifferByCodeFlagsOrText) {
-  recorder.IRSetFileName(path.c_str(), KIR_MODE_STORE);
-  recorder.IRStoreCommand(3, 0, "x", 0);
-  recorder.IRStoreCommand(3, 1, "x", 0);
-  recorder.IRStoreCommand(3, 1, "y", 0);
-  recorder.IRStoreCommand(3, 1, nullptr, 0);  // a null text repeats the previous one
-  recorder.IRTerminate();
-  const std::vector<std::string> lines = kutil::test::readLines(path);
-  ASSERT_EQ(lines.size(), 4u);
-  EXPECT_EQ(lines[1], "[CM][1]3[MG][1]0[TX][1]x[RP][1]0");
-  EXPECT_EQ(lines[2], "[CM][1]3[MG][1]1[TX][1]x[RP][1]0");
-  EXPECT_EQ(lines[3], "[CM][1]3[MG][1]1[TX][1]y[RP][1]1");
-}
-
 TEST_F(CKInputRecordTest, NullAfterAFlaggedCommandIsDroppedOnce) {
   recorder.IRSetFileName(path.c_str(), KIR_MODE_STORE);
   EXPECT_EQ(recorder.IRStoreCommand(5, KIR_FLAG_CANCEL, "", 0), 1);
@@ -154,28 +140,6 @@ TEST_F(CKInputRecordTest, OverlongAndMultiLineTextsStayOneRecord) {
   ASSERT_EQ(got.size(), 3u);
   EXPECT_EQ(got[1], "1/0/" + std::string(260, 'w'));
   EXPECT_EQ(got[2], "2/0/first");
-}
-
-TEST_F(CKInputRecordTest, TerminateWithoutStoringWritesNothing) {
-  recorder.IRSetFileName(path.c_str(), KIR_MODE_STORE);
-  EXPECT_EQ(recorder.IRTerminate(), 1);
-  EXPECT_FALSE(kutil::test::fileExists(path));
-  EXPECT_EQ(recorder.IRIsStoring(), 0);
-  EXPECT_EQ(recorder.IRIsPlaying(), 0);
-}
-
-TEST_F(CKInputRecordTest, ReplayingAfterTheEndStartsOver) {
-  kutil::test::writeFile(path, "[CM][1]1[MG][1]0[TX][0][RP][1]1\n");
-  recorder.IRSetFileName(path.c_str(), KIR_MODE_PLAY);
-  int code = 0, flags = 0;
-  char text[KIR_TEXT_LEN + 1];
-  EXPECT_EQ(recorder.IRGetCommand(&code, &flags, text), 1);
-  EXPECT_EQ(recorder.IRGetCommand(&code, &flags, text), 1);
-  EXPECT_EQ(recorder.IRGetCommand(&code, &flags, text), 0);
-  recorder.IRTerminate();
-  recorder.IRSetFileName(path.c_str(), KIR_MODE_PLAY);
-  EXPECT_EQ(recorder.IRGetCommand(&code, &flags, text), 1);
-  EXPECT_EQ(code, 1);
 }
 
 }  // namespace
