@@ -31,6 +31,24 @@ TEST(CKVGenExtrude, BoundingRectangleKeepsItsFiniteStartValues) {
   expectNear(gen->m_seedPlane->corner1, vec(2000, 1500, 0));
   expectNear(gen->m_seedPlane->corner2, vec(999, 999, 0));
   expectNear(gen->m_seedPlane->corner3, vec(2000, 999, 0));
+  float w = 0, h = 0;
+  ASSERT_EQ(gen->KVGetSeedPlaneScale(&w, &h), 1);
+  EXPECT_FLOAT_EQ(w, 1001.0f);
+  EXPECT_FLOAT_EQ(h, 501.0f);
+}
+
+TEST(CKVGenExtrude, FootPrintFromSeedLaysItOnTheFloor) {
+  Gen gen;
+  CKFootPrint fp;
+  fp.FPInitialise();
+  EXPECT_EQ(gen->KVFootPrintFromSeed(&fp, 1), 0);
+  addSeed(gen.g, {vec(3, 4, 7), vec(6, 4, 7), vec(6, 8, 7)});
+  ASSERT_EQ(gen->KVFootPrintFromSeed(&fp, 1), 1);
+  _D3DVECTOR p;
+  fp.FPSelectFirstEdge();
+  fp.FPGetEdgeFromVector(&p);
+  expectNear(p, vec(3, 0, 4), 0.0f);
+  fp.FPTerminate();
 }
 
 TEST(CKVGenExtrude, EmptyInstructionListKeepsEarlierPlanes) {
@@ -153,27 +171,6 @@ TEST(CKVGenExtrude, WholeSolidTransformsLeaveNormalsAlone) {
   expectNear(p, vec(-1, 5, 7));
 }
 
-TEST(CKVGenExtrude, FootPrintFromSeedLaysItOnTheFloor) {
-  Gen gen;
-  CKFootPrint fp;
-  fp.FPInitialise();
-  EXPECT_EQ(gen->KVFootPrintFromSeed(&fp, 1), 0);
-  addSeed(gen.g, {vec(3, 4, 7), vec(6, 4, 7), vec(6, 8, 7)});
-  ASSERT_EQ(gen->KVFootPrintFromSeed(&fp, 1), 1);
-  _D3DVECTOR p;
-  fp.FPSelectFirstEdge();
-  fp.FPGetEdgeFromVector(&p);
-  expectNear(p, vec(3, 0, 4), 0.0f);
-  ASSERT_EQ(gen->KVFootPrintFromSeed(&fp, 0), 1);
-  fp.FPSelectFirstEdge();
-  fp.FPGetEdgeFromVector(&p);
-  expectNear(p, vec(3, 4, 7), 0.0f);
-  int count = 0;
-  fp.FPGetVertexCount(&count);
-  EXPECT_EQ(count, 3);
-  fp.FPTerminate();
-}
-
 TEST(CKVGenExtrude, EnclosingBoxSpansSeedAndPlanes) {
   Gen gen;
   CKFootPrint fp;
@@ -236,22 +233,6 @@ TEST(GKVSeedExtruderGlobe, SeedIsAHalfCircleInTheYZPlane) {
   }
 }
 
-TEST(GKVSeedExtruderGlobe, GeneratesOnePlanePerSegment) {
-  CKVGen gen;
-  ASSERT_EQ(GKVSeedExtruderGlobe(&gen, 4, 2, 1.0f), 1);
-  ASSERT_EQ(gen.KVGenerate(), 1);
-  ASSERT_EQ(gen.KVSelectFirstGenPlane(), 1);
-  _D3DVECTOR p;
-  gen.KVGetGenVertexByNumber(1, &p);
-  expectNear(p, vec(1, 0, 0));  // (0, 0, 1) turned a quarter about y
-  int planes = 1;
-  while (gen.KVSelectNextGenPlane() == 1) ++planes;
-  EXPECT_EQ(planes, 4);
-  gen.KVGetGenVertexByNumber(1, &p);
-  expectNear(p, vec(0, 0, 1));
-  gen.KVTerminate();
-}
-
 TEST(GKVCalculateEndPlaneVertexMappings, FrontAndBackAreMirrored) {
   Gen gen;
   EXPECT_EQ(GKVCalculateEndPlaneVertexMappings(&gen.g, 0, 1, 8.0f), 0);  // no outline box yet
@@ -293,13 +274,4 @@ TEST(GKVCalculateEndPlaneVertexMappings, FrontAndBackAreMirrored) {
   gen->KVSelectSeedVertexByNumber(1);
   gen->KVGetSelectedSeedVertexTessPointer(&t);
   EXPECT_DOUBLE_EQ(t->u, -1.0);
-}
-
-TEST(GKVCalculateEndPlaneVertexMappings, SquareSeedScalesByHeight) {
-  Gen gen;
-  addSquare(gen.g, 4.0f);
-  ASSERT_EQ(gen->KVUpdateVertexDependencies(), 1);
-  ASSERT_EQ(GKVCalculateEndPlaneVertexMappings(&gen.g, 0, 1, 2.0f), 1);
-  EXPECT_FLOAT_EQ(gen->m_seedPlane->vertices->next->next->point.tess.y, 2.0f);
-  EXPECT_EQ(GKVCalculateEndPlaneVertexMappings(&gen.g, 1, 1, 2.0f), 0);  // no generated plane
 }

@@ -24,20 +24,6 @@ void extrudedSquare(CKVGen& g, int edgeDetect = EDGE_DETECT_BOX) {
 }
 }  // namespace
 
-TEST(CKVGenFaces, NormalReversalTruthTable) {
-  Gen gen;
-  struct Row {
-    int direction, orientation, reversed;
-  };
-  const Row rows[] = {{-1, -1, 1}, {-1, 0, 1}, {-1, 1, 0}, {0, 0, 0}, {0, -1, 0},
-                      {0, 1, 1},   {1, 0, 1},  {1, 1, 0},  {5, 0, 1}};
-  for (const Row& r : rows) {
-    gen->m_normalDirection = r.direction;
-    gen->m_seedOrientation = r.orientation;
-    EXPECT_EQ(gen->KVIsNormalReversalActive(), r.reversed) << r.direction << "," << r.orientation;
-  }
-}
-
 TEST(CKVGenFaces, LastVertexHasOnlyABackFace) {
   Gen gen;
   extrudedSquare(gen.g);
@@ -79,21 +65,6 @@ TEST(CKVGenFaces, FrontFaceCornerOrderFollowsReversal) {
   expectNear(c3, vec(2, 0, 3));
   expectNear(c4, vec(2, 2, 3));
   EXPECT_EQ(gen->KVIsFaceUsable(), 1);
-}
-
-TEST(CKVGenFaces, SecondPlaneFacesUseTheFirstPlane) {
-  Gen gen;
-  addSquare(gen.g);
-  gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 3.0f);
-  gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
-  ASSERT_EQ(gen->KVGenerate(), 1);
-  gen->m_normalDirection = 0;
-  gen->m_seedOrientation = 0;
-  ASSERT_EQ(gen->KVSelectGenVertexByNumber(0), 1);  // the last plane is current
-  _D3DVECTOR c1, c2, c3, c4;
-  ASSERT_EQ(gen->KVGetFrontFace(&c1, &c2, &c3, &c4), 1);
-  expectNear(c1, vec(0, 0, 3));
-  expectNear(c3, vec(2, 0, 4));
 }
 
 TEST(CKVGenFaces, FaceOfCoincidentCornersIsNotUsable) {
@@ -149,13 +120,6 @@ TEST(CKVGenFaces, FaceOutlinesUnderFaceEdgeDetect) {
   ASSERT_EQ(gen->KVGenerate(), 1);
   gen->KVSetEdgeDetectType(EDGE_DETECT_FACE);
   EXPECT_EQ(gen->KVUpdateVertexDependencies(), 0);
-}
-
-TEST(CKVGenFaces, VertexDependenciesNeedASeed) {
-  Gen gen;
-  EXPECT_EQ(gen->KVUpdateVertexDependencies(), 0);
-  addSquare(gen.g);
-  EXPECT_EQ(gen->KVUpdateVertexDependencies(), 1);
 }
 
 TEST(CKVGenFaces, HitMarksAndSelectionByNumber) {
