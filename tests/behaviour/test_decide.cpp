@@ -52,7 +52,10 @@ TEST_F(CKDecideTable, AddAppendsWithoutMovingTheCursor) {
 
 TEST_F(CKDecideTable, InsertBeforeAndAppendAfterTheSelection) {
   CKActionRow* row = nullptr;
-  EXPECT_EQ(table.DEInsertActionRow(namedRow("x")), 0) << "nothing selected";
+  CKActionRow* refused = namedRow("x");
+  EXPECT_EQ(table.DEInsertActionRow(refused), 0) << "nothing selected";
+  EXPECT_EQ(table.DEAppendActionRow(refused), 0) << "nothing selected";
+  delete refused;
   ASSERT_EQ(table.DESelectFirstActionRow(&row), 1);
   CKActionRow* first = namedRow("0");
   EXPECT_EQ(table.DEInsertActionRow(first), 1);
