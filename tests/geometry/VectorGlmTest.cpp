@@ -184,11 +184,11 @@ TEST_F(GlmPeer, ParallelApproxUsesTheFixedComponentBand) {
     const glm::vec3 d = glm::abs(ga - gb), s = glm::abs(ga + gb);
     const bool same = d.x < 0.00099f && d.y < 0.00099f && d.z < 0.00099f;
     const bool opposite = s.x < 0.00099f && s.y < 0.00099f && s.z < 0.00099f;
-    const bool far = glm::max(d.x, glm::max(d.y, d.z)) > 0.00101f && glm::max(s.x, glm::max(s.y, s.z)) > 0.00101f;
+    const bool distant = glm::max(d.x, glm::max(d.y, d.z)) > 0.00101f && glm::max(s.x, glm::max(s.y, s.z)) > 0.00101f;
     if (same || opposite) {
       EXPECT_EQ(1, KUIsParallelVectorAPPROX(&a, &b));
     }
-    if (far) {
+    if (distant) {
       EXPECT_EQ(0, KUIsParallelVectorAPPROX(&a, &b));
     }
   }

@@ -253,9 +253,9 @@ TEST(KUVector, EqualityAndParallelTests) {
   EXPECT_EQ(1, KUIsParallelVectorAPPROX(&twoX, &negX));
   _D3DVECTOR tilted = vec(1, 0.01f, 0);
   EXPECT_EQ(0, KUIsParallelVectorAPPROX(&x, &tilted));
-  _D3DVECTOR null = vec(0, 0, 0), small = vec(0.0005f, 0, 0);
+  _D3DVECTOR null = vec(0, 0, 0), shortVec = vec(0.0005f, 0, 0);
   EXPECT_EQ(1, KUIsParallelVectorAPPROX(&null, &null));
-  EXPECT_EQ(0, KUIsParallelVectorAPPROX(&null, &small));  // small normalises to unit length
+  EXPECT_EQ(0, KUIsParallelVectorAPPROX(&null, &shortVec));  // shortVec normalises to unit length
   // The band is strict: 0.001f (slightly above 0.001 in double) is outside.
   _D3DVECTOR o = vec(0, 0, 0), in = vec(0.0009f, -0.0009f, 0), out = vec(0.001f, 0, 0);
   EXPECT_EQ(1, KUIsSameVectorAPPROX(&in, &o));
