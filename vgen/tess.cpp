@@ -8,10 +8,12 @@
 // Re-counting every chord's crossings after each removal costs the sixth power
 // of the vertex count on convex outlines. Here the crossings between chords are
 // tested once and kept in a bit matrix; removing a chord lowers the counts of
-// the chords that cross it, and a tournament tree over the counts yields the
-// most-crossed chord (first in list order) at once. The crossing test itself is
+// the chords that cross it, and per-block maxima over the counts yield the
+// most-crossed chord (first in list order) cheaply. The crossing test itself is
 // the footprint's, so the triangles are exactly those of the re-counting method.
 #include "tess.h"
+
+#include "KVector.h"
 
 #include <algorithm>
 #include <climits>
@@ -29,54 +31,64 @@ namespace {
 // x ranges are further apart than that cannot cross and are not tested.
 constexpr double kXGap = 0.002;
 
-// A chord as the removal step needs it: its laid line equation and x range.
-struct Chord {
-  tagKLineEquation line;
-  float xMin;
-  float xMax;
-  int first;
-  int second;
-};
-
-bool xRangesApart(const Chord& a, const Chord& b) {
+bool xRangesApart(const TessLine& a, const TessLine& b) {
   return static_cast<double>(a.xMax) + kXGap < b.xMin || static_cast<double>(b.xMax) + kXGap < a.xMin;
 }
 
-bool chordsShareEnd(const Chord& a, const Chord& b) {
+bool shareEnd(const TessLine& a, const TessLine& b) {
   return a.first == b.first || a.first == b.second || a.second == b.first || a.second == b.second;
 }
 
-// Leftmost maximum over the crossing counts, as a tournament tree. Counts only
-// ever go down, so an update climbs only while the changed chord was the winner.
-class MaxTree {
+int crosses(TessFootPrint& fp, const TessLine& a, const TessLine& b) {
+  int kind = 0;
+  return tessLinesCross(fp, a, b, &kind);
+}
+
+// Leftmost largest crossing count, kept per block of 64 chords. Counts only go
+// down; a block is re-scanned only after its own maximum was lowered.
+class BlockMax {
  public:
-  explicit MaxTree(const std::vector<int>& counts) : m_counts(counts) {
-    m_size = 1;
-    while (m_size < counts.size()) m_size <<= 1;
-    m_node.assign(2 * m_size, -1);
-    for (std::size_t i = 0; i < m_size; ++i) m_node[m_size + i] = i < counts.size() ? static_cast<int>(i) : -1;
-    for (std::size_t p = m_size - 1; p >= 1; --p) m_node[p] = pick(m_node[2 * p], m_node[2 * p + 1]);
+  explicit BlockMax(std::vector<int>& counts) : m_counts(counts) {
+    const std::size_t blocks = (counts.size() + 63) / 64;
+    m_max.assign(blocks, INT_MIN);
+    m_dirty.assign(blocks, 1);
   }
-  // Chord with the largest count, the first in list order among equals; -1 when empty.
-  int top() const { return m_node.size() > 1 ? m_node[1] : -1; }
-  // Call after lowering the count of chord i.
-  void lowered(int i) {
-    for (std::size_t p = (m_size + static_cast<std::size_t>(i)) >> 1; p >= 1 && m_node[p] == i; p >>= 1) {
-      m_node[p] = pick(m_node[2 * p], m_node[2 * p + 1]);
+  void lower(std::size_t i) {
+    const std::size_t b = i >> 6;
+    if (m_counts[i] == m_max[b]) m_dirty[b] = 1;
+    --m_counts[i];
+  }
+  void remove(std::size_t i) {
+    m_dirty[i >> 6] = 1;
+    m_counts[i] = -1;
+  }
+  // Chord with the largest count, the first in list order among equals.
+  std::size_t top() {
+    const std::size_t n = m_counts.size();
+    int best = INT_MIN;
+    std::size_t bestBlock = 0;
+    for (std::size_t b = 0; b < m_max.size(); ++b) {
+      if (m_dirty[b]) {
+        int mx = INT_MIN;
+        const std::size_t end = std::min(n, (b + 1) * 64);
+        for (std::size_t i = b * 64; i < end; ++i) mx = std::max(mx, m_counts[i]);
+        m_max[b] = mx;
+        m_dirty[b] = 0;
+      }
+      if (m_max[b] > best) {
+        best = m_max[b];
+        bestBlock = b;
+      }
     }
+    std::size_t i = bestBlock * 64;
+    while (m_counts[i] != best) ++i;
+    return i;
   }
 
  private:
-  int pick(int a, int b) const {
-    if (a < 0) return b;
-    if (b < 0) return a;
-    const int ca = m_counts[static_cast<std::size_t>(a)], cb = m_counts[static_cast<std::size_t>(b)];
-    if (ca != cb) return ca > cb ? a : b;
-    return a < b ? a : b;
-  }
-  const std::vector<int>& m_counts;
-  std::vector<int> m_node;
-  std::size_t m_size = 1;
+  std::vector<int>& m_counts;
+  std::vector<int> m_max;
+  std::vector<unsigned char> m_dirty;
 };
 
 // Transposes a 64 x 64 bit block in place: bit c of row r moves to bit r of row c.
@@ -92,22 +104,64 @@ void transpose64(std::uint64_t a[64]) {
 }
 
 // Step 2: every pair of seed vertices that is a polygon edge, or whose chord
-// (shortened to its middle 98 %) stays clear of the outline with its midpoint
-// inside, in list order (i ascending, then j ascending).
-void collectCandidates(const std::vector<_D3DVECTOR>& seed, const std::vector<_D3DVECTOR>& laid, CKFootPrint& fp,
+// (shortened to its middle 98 %) crosses no edge and has its midpoint inside,
+// in list order (i ascending, then j ascending). The two footprint tests
+// (boundary crossed without margin, points on the same side) are walked here
+// over prepared edge lines, with the footprint's own crossing test.
+void collectCandidates(const std::vector<_D3DVECTOR>& seed, const std::vector<_D3DVECTOR>& laid, TessFootPrint& fp,
                        std::vector<TessSegment>* out) {
   const _D3DVECTOR reference = outsideReference(fp);
   const int n = static_cast<int>(seed.size());
+  // Edge lines made afresh from the vertices (as the boundary test makes them)
+  // and as the footprint holds them (as the same-side test reads them).
+  std::vector<TessLine> fresh(seed.size()), held;
+  for (int k = 0; k < n; ++k) {
+    prepareTessLine(fp, laid[static_cast<std::size_t>(k)], laid[static_cast<std::size_t>((k + 1) % n)], -1, -1,
+                    &fresh[static_cast<std::size_t>(k)]);
+  }
+  fp.FPSelectFirstEdge();
+  do {
+    tagKLineEquation* eq = nullptr;
+    if (!fp.FPGetThisEdgeLineEquation(&eq) || eq == nullptr) break;
+    TessLine line;
+    line.eq = *eq;
+    line.gradient = eq->gradient;
+    line.gradientX = line.gradient * static_cast<double>(eq->xIntercept);
+    line.xMin = std::min(eq->start.x, eq->end.x);
+    line.xMax = std::max(eq->start.x, eq->end.x);
+    line.first = line.second = -1;
+    held.push_back(line);
+  } while (fp.FPSelectNextEdgeNoWrap());
+  int vertexCount = 0;
+  fp.FPGetVertexCount(&vertexCount);
+
   for (int i = 0; i < n; ++i) {
     for (int j = i + 1; j < n; ++j) {
       int boundary = 0;
       if (j == i + 1 || (i == 0 && j == n - 1)) {
         boundary = 1;
       } else {
-        _D3DVECTOR start, step, mid;
+        _D3DVECTOR start, step, mid, target;
         chordProbe(laid[static_cast<std::size_t>(i)], laid[static_cast<std::size_t>(j)], &start, &step, &mid);
-        if (fp.FPIsBoundaryCrossedNoMargin(&start, &step)) continue;
-        if (fp.FPPointsAreOnTheSameSide(&reference, &mid)) continue;
+        KUVectorAdd(&target, &start, &step);
+        TessLine probe;
+        prepareTessLine(fp, start, target, -1, -1, &probe);
+        bool crossed = false;
+        for (const TessLine& e : fresh) {
+          if (!xRangesApart(e, probe) && crosses(fp, e, probe)) {
+            crossed = true;
+            break;
+          }
+        }
+        if (crossed) continue;
+        if (vertexCount <= 2) continue;  // two vertices are always "on the same side"
+        TessLine toMid;
+        prepareTessLine(fp, reference, mid, -1, -1, &toMid);
+        bool same = true;
+        for (const TessLine& e : held) {
+          if (!xRangesApart(e, toMid) && crosses(fp, e, toMid)) same = !same;
+        }
+        if (same) continue;
       }
       TessSegment s;
       s.start = seed[static_cast<std::size_t>(i)];
@@ -126,153 +180,221 @@ void collectCandidates(const std::vector<_D3DVECTOR>& seed, const std::vector<_D
 // Step 3: two polygon edges without a common vertex that cross.
 bool outlineCrossesItself(const std::vector<TessSegment>& segments, const std::vector<_D3DVECTOR>& laid,
                           TessFootPrint& fp) {
-  std::vector<Chord> edges;
+  std::vector<TessLine> edges;
   for (const TessSegment& s : segments) {
     if (!s.boundary) continue;
-    Chord c;
-    fp.FPMakeLineEquation(&c.line, &laid[static_cast<std::size_t>(s.first)], &laid[static_cast<std::size_t>(s.second)]);
-    c.xMin = std::min(c.line.start.x, c.line.end.x);
-    c.xMax = std::max(c.line.start.x, c.line.end.x);
-    c.first = s.first;
-    c.second = s.second;
-    edges.push_back(c);
+    TessLine line;
+    prepareTessLine(fp, laid[static_cast<std::size_t>(s.first)], laid[static_cast<std::size_t>(s.second)], s.first,
+                    s.second, &line);
+    edges.push_back(line);
   }
   for (std::size_t a = 0; a < edges.size(); ++a) {
     for (std::size_t b = a + 1; b < edges.size(); ++b) {
-      if (chordsShareEnd(edges[a], edges[b]) || xRangesApart(edges[a], edges[b])) continue;
-      if (fp.FPDoLinesCross(&edges[a].line, &edges[b].line)) return true;
+      if (shareEnd(edges[a], edges[b]) || xRangesApart(edges[a], edges[b])) continue;
+      if (crosses(fp, edges[a], edges[b])) return true;
     }
   }
   return false;
 }
 
+// The chords in sweep order (by smallest x), split into plain arrays so that
+// the pair loop streams through them.
+struct SweepArrays {
+  std::vector<float> xMin, startX, endX;
+  std::vector<double> gradient, gradientX;
+  std::vector<int> first, second;
+  std::vector<unsigned char> sloped;  // line kind 0
+};
+
 // Step 4: greedy removal of crossing chords. Counts follow the re-counting
 // method exactly: the count of s is the number of live chords t, without a
 // common vertex, for which the test (s, t) answers true.
+//
+// Chords are numbered by their place in the sweep (rank); the matrix row of
+// rank r holds the ranks of the chords whose count drops when r goes, i.e.
+// those s for which the test (s, r) is true.
 void removeCrossingChords(std::vector<TessSegment>* segments, const std::vector<_D3DVECTOR>& laid,
                           TessFootPrint& fp, const TessOptions& options) {
-  std::vector<std::size_t> where;  // chord number -> position in the segment list
-  std::vector<Chord> chords;
+  std::vector<std::size_t> where;  // chord number (list order) -> position in the segment list
+  std::vector<TessLine> chords;
   for (std::size_t k = 0; k < segments->size(); ++k) {
     TessSegment& s = (*segments)[k];
     s.crossings = -1;
     if (s.boundary) continue;
-    Chord c;
-    fp.FPMakeLineEquation(&c.line, &laid[static_cast<std::size_t>(s.first)], &laid[static_cast<std::size_t>(s.second)]);
-    c.xMin = std::min(c.line.start.x, c.line.end.x);
-    c.xMax = std::max(c.line.start.x, c.line.end.x);
-    c.first = s.first;
-    c.second = s.second;
-    chords.push_back(c);
+    TessLine line;
+    prepareTessLine(fp, laid[static_cast<std::size_t>(s.first)], laid[static_cast<std::size_t>(s.second)], s.first,
+                    s.second, &line);
+    chords.push_back(line);
     where.push_back(k);
   }
   const std::size_t m = chords.size();
   if (m == 0) return;
 
-  // Chords in order of their smallest x, so that each one meets only the
-  // following chords whose x range starts before its own ends.
-  std::vector<int> order(m);
-  for (std::size_t i = 0; i < m; ++i) order[i] = static_cast<int>(i);
-  std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
-    return chords[static_cast<std::size_t>(a)].xMin < chords[static_cast<std::size_t>(b)].xMin;
-  });
-  std::vector<int> rank(m);
-  for (std::size_t r = 0; r < m; ++r) rank[static_cast<std::size_t>(order[r])] = static_cast<int>(r);
+  std::vector<std::uint32_t> order(m);  // rank -> chord number
+  for (std::size_t i = 0; i < m; ++i) order[i] = static_cast<std::uint32_t>(i);
+  std::stable_sort(order.begin(), order.end(),
+                   [&](std::uint32_t a, std::uint32_t b) { return chords[a].xMin < chords[b].xMin; });
+  std::vector<TessLine> sorted(m);
+  SweepArrays sw;
+  sw.xMin.resize(m);
+  sw.startX.resize(m);
+  sw.endX.resize(m);
+  sw.gradient.resize(m);
+  sw.gradientX.resize(m);
+  sw.first.resize(m);
+  sw.second.resize(m);
+  sw.sloped.resize(m);
+  for (std::size_t r = 0; r < m; ++r) {
+    const TessLine& c = chords[order[r]];
+    sorted[r] = c;
+    sw.xMin[r] = c.xMin;
+    sw.startX[r] = c.eq.start.x;
+    sw.endX[r] = c.eq.end.x;
+    sw.gradient[r] = c.gradient;
+    sw.gradientX[r] = c.gradientX;
+    sw.first[r] = c.first;
+    sw.second[r] = c.second;
+    sw.sloped[r] = c.eq.kind == 0 ? 1 : 0;
+  }
 
   const std::size_t words = (m + 63) / 64;
-  const bool useMatrix = words * 64 * words * 8 <= options.matrixLimitBytes;
-  // crossedBy: row r (by rank) holds the ranks of the chords whose count drops
-  // when chord r goes, i.e. the chords s for which the test (s, r) is true.
+  const bool useMatrix = words * 64 * words * sizeof(std::uint64_t) <= options.matrixLimitBytes;
   std::vector<std::uint64_t> crossedBy;
   if (useMatrix) crossedBy.assign(words * 64 * words, 0);
   struct OneWay {
-    std::size_t low, high;  // ranks, low < high
-    bool lowCrossesHigh, highCrossesLow;
+    std::uint32_t s, t;  // ranks
+    bool st, ts;
   };
-  std::vector<OneWay> oneWay;  // collinear pairs, where the test depends on the order
-  std::vector<int> counts(m, 0);
+  std::vector<OneWay> oneWay;  // collinear pairs, where the answer depends on the order
+  std::vector<int> rankCounts(m, 0);
 
   for (std::size_t a = 0; a < m; ++a) {
-    const int s = order[a];
-    const Chord& cs = chords[static_cast<std::size_t>(s)];
+    const TessLine& cs = sorted[a];
+    // Only the following chords whose x range starts before this one's ends.
     const double reach = static_cast<double>(cs.xMax) + kXGap;
+    const std::size_t end = static_cast<std::size_t>(
+        std::upper_bound(sw.xMin.begin() + static_cast<std::ptrdiff_t>(a) + 1, sw.xMin.end(), reach,
+                         [](double limit, float x) { return limit < static_cast<double>(x); }) -
+        sw.xMin.begin());
     std::uint64_t* row = useMatrix ? &crossedBy[a * words] : nullptr;
-    for (std::size_t b = a + 1; b < m; ++b) {
-      const int t = order[b];
-      const Chord& ct = chords[static_cast<std::size_t>(t)];
-      if (ct.xMin > reach) break;
-      if (chordsShareEnd(cs, ct)) continue;
-      const bool st = fp.FPDoLinesCross(&cs.line, &ct.line) != 0;
-      bool ts = st;
-      // Lines meeting in one point give the same answer either way round (the
-      // point is computed symmetrically); collinear ones are tested both ways.
-      if (fp.lastIntersectionKind() == 1) ts = fp.FPDoLinesCross(&ct.line, &cs.line) != 0;
-      if (st) ++counts[static_cast<std::size_t>(s)];
-      if (ts) ++counts[static_cast<std::size_t>(t)];
-      if (!useMatrix) continue;
-      if (st != ts) {
-        oneWay.push_back({a, b, st, ts});
-      } else if (st) {
-        row[b >> 6] |= std::uint64_t(1) << (b & 63);
+    const int f = cs.first, g = cs.second;
+    const bool slopedS = cs.eq.kind == 0;
+    const double gs = cs.gradient, gxs = cs.gradientX;
+    const float as = cs.eq.start.x, ae = cs.eq.end.x;
+    int countS = 0;
+    std::uint64_t acc = 0;
+    for (std::size_t b = a + 1; b < end; ++b) {
+      const bool share = (sw.first[b] == f) | (sw.first[b] == g) | (sw.second[b] == f) | (sw.second[b] == g);
+      const double dg = gs - sw.gradient[b];
+      if (!(slopedS & (sw.sloped[b] != 0) & !(std::fabs(dg) < 0.001))) {
+        // Not two sloped lines meeting in one point: ask the footprint.
+        if (!share) {
+          int kind = 0;
+          const int st = tessLinesCross(fp, cs, sorted[b], &kind);
+          // Collinear segments may answer differently the other way round.
+          const int ts = (kind == 1) ? crosses(fp, sorted[b], cs) : st;
+          countS += st;
+          rankCounts[b] += ts;
+          if (st != ts) {
+            oneWay.push_back({static_cast<std::uint32_t>(a), static_cast<std::uint32_t>(b), st != 0, ts != 0});
+          } else {
+            acc |= static_cast<std::uint64_t>(st) << (b & 63);
+          }
+        }
+      } else {
+        // tessPointCross, spelt out over the arrays; the same either way round.
+        const double x = (gxs - sw.gradientX[b]) / dg;
+        float px;
+        if (x > FLT_MAX) {
+          px = FLT_MAX;
+        } else if (x < -FLT_MAX) {
+          px = -FLT_MAX;
+        } else if (x != x) {
+          px = 0.0f;
+        } else {
+          px = static_cast<float>(x);
+        }
+        const float bs = sw.startX[b], be = sw.endX[b];
+        const bool inA = ((ae <= px) & (px <= as)) | ((as < px) & (px <= ae));
+        const bool inB = ((be <= px) & (px <= bs)) | ((bs < px) & (px <= be));
+        const int st = static_cast<int>(inA & inB & !share);
+        countS += st;
+        rankCounts[b] += st;
+        acc |= static_cast<std::uint64_t>(st) << (b & 63);
+      }
+      if ((b & 63) == 63) {
+        if (useMatrix) row[b >> 6] |= acc;
+        acc = 0;
       }
     }
+    if (acc != 0 && useMatrix) row[(end - 1) >> 6] |= acc;
+    rankCounts[a] += countS;
   }
 
   if (useMatrix) {
-    // Mirror the upper triangle into the lower one, 64 x 64 bits at a time.
-    std::uint64_t block[64];
+    // Each crossing pair set one of its two bits; mirror to set the other.
+    std::uint64_t upper[64], lower[64];
     for (std::size_t bi = 0; bi < words; ++bi) {
       for (std::size_t bj = bi; bj < words; ++bj) {
-        for (std::size_t k = 0; k < 64; ++k) block[k] = crossedBy[(bi * 64 + k) * words + bj];
-        transpose64(block);
-        for (std::size_t k = 0; k < 64; ++k) crossedBy[(bj * 64 + k) * words + bi] |= block[k];
+        for (std::size_t k = 0; k < 64; ++k) {
+          upper[k] = crossedBy[(bi * 64 + k) * words + bj];
+          lower[k] = crossedBy[(bj * 64 + k) * words + bi];
+        }
+        transpose64(upper);
+        if (bi == bj) {
+          for (std::size_t k = 0; k < 64; ++k) crossedBy[(bi * 64 + k) * words + bi] |= upper[k];
+          continue;
+        }
+        transpose64(lower);
+        for (std::size_t k = 0; k < 64; ++k) {
+          crossedBy[(bi * 64 + k) * words + bj] |= lower[k];
+          crossedBy[(bj * 64 + k) * words + bi] |= upper[k];
+        }
       }
     }
     for (const OneWay& p : oneWay) {
-      // Row high, column low: the count of low drops when high goes.
-      if (p.lowCrossesHigh) crossedBy[p.high * words + (p.low >> 6)] |= std::uint64_t(1) << (p.low & 63);
-      if (p.highCrossesLow) crossedBy[p.low * words + (p.high >> 6)] |= std::uint64_t(1) << (p.high & 63);
+      // Row t, bit s: the count of s drops when t goes, when (s, t) is true.
+      if (p.st) crossedBy[std::size_t(p.t) * words + (p.s >> 6)] |= std::uint64_t(1) << (p.s & 63);
+      if (p.ts) crossedBy[std::size_t(p.s) * words + (p.t >> 6)] |= std::uint64_t(1) << (p.t & 63);
     }
   }
 
+  std::vector<int> counts(m);  // by chord number
+  std::vector<std::uint32_t> rank(m);
+  for (std::size_t r = 0; r < m; ++r) {
+    counts[order[r]] = rankCounts[r];
+    rank[order[r]] = static_cast<std::uint32_t>(r);
+  }
   std::vector<std::uint64_t> live(words, 0);  // by rank
   for (std::size_t r = 0; r < m; ++r) live[r >> 6] |= std::uint64_t(1) << (r & 63);
-  MaxTree tree(counts);
+  BlockMax best(counts);
   for (;;) {
-    const int top = tree.top();
-    if (top < 0 || counts[static_cast<std::size_t>(top)] < 1) break;
-    const std::size_t gone = static_cast<std::size_t>(top);
+    const std::size_t gone = best.top();
+    if (counts[gone] < 1) break;
     (*segments)[where[gone]].removed = 1;
-    counts[gone] = -1;
-    tree.lowered(top);
-    const std::size_t goneRank = static_cast<std::size_t>(rank[gone]);
+    best.remove(gone);
+    const std::size_t goneRank = rank[gone];
     live[goneRank >> 6] &= ~(std::uint64_t(1) << (goneRank & 63));
     if (useMatrix) {
       const std::uint64_t* row = &crossedBy[goneRank * words];
       for (std::size_t w = 0; w < words; ++w) {
         std::uint64_t bits = row[w] & live[w];
         while (bits != 0) {
-          const unsigned bit = static_cast<unsigned>(__builtin_ctzll(bits));
+          const std::size_t r = w * 64 + static_cast<std::size_t>(__builtin_ctzll(bits));
           bits &= bits - 1;
-          const int s = order[w * 64 + bit];
-          --counts[static_cast<std::size_t>(s)];
-          tree.lowered(s);
+          best.lower(order[r]);
         }
       }
     } else {
-      const Chord& cg = chords[gone];
+      const TessLine& cg = chords[gone];
       for (std::size_t w = 0; w < words; ++w) {
         std::uint64_t bits = live[w];
         while (bits != 0) {
-          const unsigned bit = static_cast<unsigned>(__builtin_ctzll(bits));
+          const std::size_t r = w * 64 + static_cast<std::size_t>(__builtin_ctzll(bits));
           bits &= bits - 1;
-          const int s = order[w * 64 + bit];
-          const Chord& cs = chords[static_cast<std::size_t>(s)];
-          if (chordsShareEnd(cs, cg) || xRangesApart(cs, cg)) continue;
-          if (fp.FPDoLinesCross(&cs.line, &cg.line)) {
-            --counts[static_cast<std::size_t>(s)];
-            tree.lowered(s);
-          }
+          const TessLine& cs = sorted[r];
+          if (shareEnd(cs, cg) || xRangesApart(cs, cg)) continue;
+          if (crosses(fp, cs, cg)) best.lower(order[r]);
         }
       }
     }

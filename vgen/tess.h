@@ -3,6 +3,8 @@
 // Triangulation of a seed polygon: the tessellation record kept by CKVGen and
 // the chord-removal engine behind KVTesselateSeedPlane.
 #pragma once
+#include <cfloat>
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -34,6 +36,74 @@ class TessFootPrint : public CKFootPrint {
   /// Kind of the last intersection: 0 one point, 1 coincident, 2 parallel.
   int lastIntersectionKind() const { return m_coincidence.kind; }
 };
+
+/// A laid segment prepared for many crossing tests: its footprint line
+/// equation plus the terms of the general-line intersection.
+struct TessLine {
+  tagKLineEquation eq;  ///< as the footprint makes it from the two end points
+  double gradient;      ///< eq.gradient, widened
+  double gradientX;     ///< gradient times x-intercept (exact in double)
+  float xMin;           ///< smallest x of the two ends
+  float xMax;           ///< largest x of the two ends
+  int first;            ///< seed vertex number of the first end (-1 when not a seed pair)
+  int second;           ///< seed vertex number of the second end
+};
+
+/// Prepares the segment a -> b (laid points) with the footprint's line equation.
+inline void prepareTessLine(CKFootPrint& fp, const _D3DVECTOR& a, const _D3DVECTOR& b, int first, int second,
+                            TessLine* out) {
+  fp.FPMakeLineEquation(&out->eq, &a, &b);
+  out->gradient = out->eq.gradient;
+  out->gradientX = out->gradient * static_cast<double>(out->eq.xIntercept);
+  out->xMin = a.x < b.x ? a.x : b.x;
+  out->xMax = a.x < b.x ? b.x : a.x;
+  out->first = first;
+  out->second = second;
+}
+
+/// True when two sloped (kind 0) lines are not parallel for the footprint, so
+/// that they meet in one point.
+inline bool tessMeetInPoint(const TessLine& a, const TessLine& b) {
+  return a.eq.kind == 0 && b.eq.kind == 0 && !(std::fabs(a.gradient - b.gradient) < 0.001);
+}
+
+/// The footprint's answer for two lines that meet in one point
+/// (tessMeetInPoint): the crossing x, worked out and narrowed to float exactly
+/// as the footprint does, must lie within both segments' x extents (by the
+/// maths library's between test: closed above, open below an ascending range).
+/// The same either way round. Branch-light, for the inner loops.
+inline int tessPointCross(const TessLine& a, const TessLine& b) {
+  const double x = (a.gradientX - b.gradientX) / (a.gradient - b.gradient);
+  float px;
+  if (x > FLT_MAX) {
+    px = FLT_MAX;
+  } else if (x < -FLT_MAX) {
+    px = -FLT_MAX;
+  } else if (x != x) {
+    px = 0.0f;
+  } else {
+    px = static_cast<float>(x);
+  }
+  const float as = a.eq.start.x, ae = a.eq.end.x, bs = b.eq.start.x, be = b.eq.end.x;
+  const bool inA = ((ae <= px) & (px <= as)) | ((as < px) & (px <= ae));
+  const bool inB = ((be <= px) & (px <= bs)) | ((bs < px) & (px <= be));
+  return static_cast<int>(inA & inB);
+}
+
+/// The footprint's crossing test of segment a against segment b
+/// (FPDoLinesCross on the two line equations; the order matters only for
+/// collinear segments), with its commonest case, two sloped lines meeting in
+/// one point, worked out inline by tessPointCross. kind receives the
+/// intersection kind: 0 one point, 1 coincident, 2 parallel.
+inline int tessLinesCross(TessFootPrint& fp, const TessLine& a, const TessLine& b, int* kind) {
+  if (tessMeetInPoint(a, b)) {
+    *kind = 0;
+    return tessPointCross(a, b);
+  }
+  const int r = fp.FPDoLinesCross(&a.eq, &b.eq);
+  *kind = fp.lastIntersectionKind();
+  return r;
+}
 
 /// A seed point laid on the floor: (x, y, z) becomes (x, 0, y).
 inline _D3DVECTOR layOnFloor(const _D3DVECTOR& v) {
