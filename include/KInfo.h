@@ -8,8 +8,8 @@
 
 #include "KUtilBase.h"
 
-/// One message text for one info-message id; a node of CKaldoInfo's list.
-class KUTIL_API CInfoSheet {
+/// One message text for one info-message id; a node of CKaldoInfo's list (header-only record).
+class CInfoSheet {
  public:
   std::string m_text;            ///< the message text
   unsigned int m_id = 0;         ///< the info-message id

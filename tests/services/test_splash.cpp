@@ -12,6 +12,10 @@
 
 #if !defined(_WIN32)
 #include <cairo/cairo.h>
+
+// Fontconfig, under Cairo's text drawing, keeps its font cache for the life of
+// the process; the leak checker would report it at exit.
+extern "C" __attribute__((visibility("default"), used)) const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
 #endif
 
 namespace {
