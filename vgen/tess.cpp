@@ -124,12 +124,7 @@ void collectCandidates(const std::vector<_D3DVECTOR>& seed, const std::vector<_D
     tagKLineEquation* eq = nullptr;
     if (!fp.FPGetThisEdgeLineEquation(&eq) || eq == nullptr) break;
     TessLine line;
-    line.eq = *eq;
-    line.gradient = eq->gradient;
-    line.gradientX = line.gradient * static_cast<double>(eq->xIntercept);
-    line.xMin = std::min(eq->start.x, eq->end.x);
-    line.xMax = std::max(eq->start.x, eq->end.x);
-    line.first = line.second = -1;
+    tessLineFromEquation(*eq, -1, -1, &line);
     held.push_back(line);
   } while (fp.FPSelectNextEdgeNoWrap());
   int vertexCount = 0;
@@ -200,10 +195,9 @@ bool outlineCrossesItself(const std::vector<TessSegment>& segments, const std::v
 // The chords in sweep order (by smallest x), split into plain arrays so that
 // the pair loop streams through them.
 struct SweepArrays {
-  std::vector<float> xMin, startX, endX;
+  std::vector<float> xMin, xLow, xHigh;
   std::vector<double> gradient, gradientX;
   std::vector<int> first, second;
-  std::vector<unsigned char> sloped;  // line kind 0
 };
 
 // Step 4: greedy removal of crossing chords. Counts follow the re-counting
@@ -237,24 +231,22 @@ void removeCrossingChords(std::vector<TessSegment>* segments, const std::vector<
   std::vector<TessLine> sorted(m);
   SweepArrays sw;
   sw.xMin.resize(m);
-  sw.startX.resize(m);
-  sw.endX.resize(m);
+  sw.xLow.resize(m);
+  sw.xHigh.resize(m);
   sw.gradient.resize(m);
   sw.gradientX.resize(m);
   sw.first.resize(m);
   sw.second.resize(m);
-  sw.sloped.resize(m);
   for (std::size_t r = 0; r < m; ++r) {
     const TessLine& c = chords[order[r]];
     sorted[r] = c;
     sw.xMin[r] = c.xMin;
-    sw.startX[r] = c.eq.start.x;
-    sw.endX[r] = c.eq.end.x;
+    sw.xLow[r] = c.xLow;
+    sw.xHigh[r] = c.xHigh;
     sw.gradient[r] = c.gradient;
     sw.gradientX[r] = c.gradientX;
     sw.first[r] = c.first;
     sw.second[r] = c.second;
-    sw.sloped[r] = c.eq.kind == 0 ? 1 : 0;
   }
 
   const std::size_t words = (m + 63) / 64;
@@ -267,6 +259,7 @@ void removeCrossingChords(std::vector<TessSegment>* segments, const std::vector<
   };
   std::vector<OneWay> oneWay;  // collinear pairs, where the answer depends on the order
   std::vector<int> rankCounts(m, 0);
+  std::vector<unsigned char> ends(laid.size(), 0);
 
   for (std::size_t a = 0; a < m; ++a) {
     const TessLine& cs = sorted[a];
@@ -277,50 +270,36 @@ void removeCrossingChords(std::vector<TessSegment>* segments, const std::vector<
                          [](double limit, float x) { return limit < static_cast<double>(x); }) -
         sw.xMin.begin());
     std::uint64_t* row = useMatrix ? &crossedBy[a * words] : nullptr;
-    const int f = cs.first, g = cs.second;
-    const bool slopedS = cs.eq.kind == 0;
+    // Chords sharing a vertex with this one are not tested against it.
+    ends[static_cast<std::size_t>(cs.first)] = 1;
+    ends[static_cast<std::size_t>(cs.second)] = 1;
     const double gs = cs.gradient, gxs = cs.gradientX;
-    const float as = cs.eq.start.x, ae = cs.eq.end.x;
+    const float lowS = cs.xLow, highS = cs.xHigh;
     int countS = 0;
     std::uint64_t acc = 0;
     for (std::size_t b = a + 1; b < end; ++b) {
-      const bool share = (sw.first[b] == f) | (sw.first[b] == g) | (sw.second[b] == f) | (sw.second[b] == g);
+      const bool share = (ends[static_cast<std::size_t>(sw.first[b])] | ends[static_cast<std::size_t>(sw.second[b])]) != 0;
       const double dg = gs - sw.gradient[b];
-      if (!(slopedS & (sw.sloped[b] != 0) & !(std::fabs(dg) < 0.001))) {
-        // Not two sloped lines meeting in one point: ask the footprint.
-        if (!share) {
-          int kind = 0;
-          const int st = tessLinesCross(fp, cs, sorted[b], &kind);
-          // Collinear segments may answer differently the other way round.
-          const int ts = (kind == 1) ? crosses(fp, sorted[b], cs) : st;
-          countS += st;
-          rankCounts[b] += ts;
-          if (st != ts) {
-            oneWay.push_back({static_cast<std::uint32_t>(a), static_cast<std::uint32_t>(b), st != 0, ts != 0});
-          } else {
-            acc |= static_cast<std::uint64_t>(st) << (b & 63);
-          }
-        }
-      } else {
-        // tessPointCross, spelt out over the arrays; the same either way round.
-        const double x = (gxs - sw.gradientX[b]) / dg;
-        float px;
-        if (x > FLT_MAX) {
-          px = FLT_MAX;
-        } else if (x < -FLT_MAX) {
-          px = -FLT_MAX;
-        } else if (x != x) {
-          px = 0.0f;
-        } else {
-          px = static_cast<float>(x);
-        }
-        const float bs = sw.startX[b], be = sw.endX[b];
-        const bool inA = ((ae <= px) & (px <= as)) | ((as < px) & (px <= ae));
-        const bool inB = ((be <= px) & (px <= bs)) | ((bs < px) & (px <= be));
-        const int st = static_cast<int>(inA & inB & !share);
+      if (std::fabs(dg) >= 0.001) {
+        // Two sloped lines meeting in one point (tessLinesCross's first case):
+        // the same answer either way round.
+        const int st =
+            tessPointCross(gxs, lowS, highS, sw.gradientX[b], sw.xLow[b], sw.xHigh[b], dg) & static_cast<int>(!share);
         countS += st;
         rankCounts[b] += st;
         acc |= static_cast<std::uint64_t>(st) << (b & 63);
+      } else if (!share) {
+        int kind = 0;
+        const int st = tessLinesCross(fp, cs, sorted[b], &kind);
+        // Collinear segments may answer differently the other way round.
+        const int ts = (kind == 1) ? crosses(fp, sorted[b], cs) : st;
+        countS += st;
+        rankCounts[b] += ts;
+        if (st != ts) {
+          oneWay.push_back({static_cast<std::uint32_t>(a), static_cast<std::uint32_t>(b), st != 0, ts != 0});
+        } else {
+          acc |= static_cast<std::uint64_t>(st) << (b & 63);
+        }
       }
       if ((b & 63) == 63) {
         if (useMatrix) row[b >> 6] |= acc;
@@ -329,6 +308,8 @@ void removeCrossingChords(std::vector<TessSegment>* segments, const std::vector<
     }
     if (acc != 0 && useMatrix) row[(end - 1) >> 6] |= acc;
     rankCounts[a] += countS;
+    ends[static_cast<std::size_t>(cs.first)] = 0;
+    ends[static_cast<std::size_t>(cs.second)] = 0;
   }
 
   if (useMatrix) {

@@ -3,6 +3,7 @@
 // Triangulation of a seed polygon: the tessellation record kept by CKVGen and
 // the chord-removal engine behind KVTesselateSeedPlane.
 #pragma once
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <cstddef>
@@ -38,56 +39,63 @@ class TessFootPrint : public CKFootPrint {
 };
 
 /// A laid segment prepared for many crossing tests: its footprint line
-/// equation plus the terms of the general-line intersection.
+/// equation plus the terms of the sloped-line intersection.
 struct TessLine {
   tagKLineEquation eq;  ///< as the footprint makes it from the two end points
-  double gradient;      ///< eq.gradient, widened
-  double gradientX;     ///< gradient times x-intercept (exact in double)
+  double gradient;      ///< eq.gradient widened; NaN unless the line is sloped (kind 0)
+  double gradientX;     ///< eq.gradient times the x-intercept (exact in double)
+  float xLow;           ///< a crossing x must lie strictly above this ...
+  float xHigh;          ///< ... and at or below this to be within the segment
   float xMin;           ///< smallest x of the two ends
   float xMax;           ///< largest x of the two ends
   int first;            ///< seed vertex number of the first end (-1 when not a seed pair)
   int second;           ///< seed vertex number of the second end
 };
 
-/// Prepares the segment a -> b (laid points) with the footprint's line equation.
-inline void prepareTessLine(CKFootPrint& fp, const _D3DVECTOR& a, const _D3DVECTOR& b, int first, int second,
-                            TessLine* out) {
-  fp.FPMakeLineEquation(&out->eq, &a, &b);
-  out->gradient = out->eq.gradient;
-  out->gradientX = out->gradient * static_cast<double>(out->eq.xIntercept);
-  out->xMin = a.x < b.x ? a.x : b.x;
-  out->xMax = a.x < b.x ? b.x : a.x;
+/// Fills out from a footprint line equation. The x window restates the maths
+/// library's between test used for a segment's extent (closed above, open
+/// below an ascending range, closed for a descending one) as one open and one
+/// closed bound.
+inline void tessLineFromEquation(const tagKLineEquation& eq, int first, int second, TessLine* out) {
+  out->eq = eq;
+  out->gradient = eq.kind == 0 ? static_cast<double>(eq.gradient) : std::nan("");
+  out->gradientX = static_cast<double>(eq.gradient) * static_cast<double>(eq.xIntercept);
+  const float s = eq.start.x, e = eq.end.x;
+  if (s < e) {
+    out->xLow = s;
+    out->xHigh = e;
+  } else if (e <= s) {
+    out->xLow = std::nextafter(e, -HUGE_VALF);
+    out->xHigh = s;
+  } else {
+    out->xLow = out->xHigh = std::nanf("");
+  }
+  out->xMin = s < e ? s : e;
+  out->xMax = s < e ? e : s;
   out->first = first;
   out->second = second;
 }
 
-/// True when two sloped (kind 0) lines are not parallel for the footprint, so
-/// that they meet in one point.
-inline bool tessMeetInPoint(const TessLine& a, const TessLine& b) {
-  return a.eq.kind == 0 && b.eq.kind == 0 && !(std::fabs(a.gradient - b.gradient) < 0.001);
+/// Prepares the segment a -> b (laid points) with the footprint's line equation.
+inline void prepareTessLine(CKFootPrint& fp, const _D3DVECTOR& a, const _D3DVECTOR& b, int first, int second,
+                            TessLine* out) {
+  tagKLineEquation eq;
+  fp.FPMakeLineEquation(&eq, &a, &b);
+  tessLineFromEquation(eq, first, second, out);
 }
 
-/// The footprint's answer for two lines that meet in one point
-/// (tessMeetInPoint): the crossing x, worked out and narrowed to float exactly
-/// as the footprint does, must lie within both segments' x extents (by the
-/// maths library's between test: closed above, open below an ascending range).
-/// The same either way round. Branch-light, for the inner loops.
-inline int tessPointCross(const TessLine& a, const TessLine& b) {
-  const double x = (a.gradientX - b.gradientX) / (a.gradient - b.gradient);
-  float px;
-  if (x > FLT_MAX) {
-    px = FLT_MAX;
-  } else if (x < -FLT_MAX) {
-    px = -FLT_MAX;
-  } else if (x != x) {
-    px = 0.0f;
-  } else {
-    px = static_cast<float>(x);
-  }
-  const float as = a.eq.start.x, ae = a.eq.end.x, bs = b.eq.start.x, be = b.eq.end.x;
-  const bool inA = ((ae <= px) & (px <= as)) | ((as < px) & (px <= ae));
-  const bool inB = ((be <= px) & (px <= bs)) | ((bs < px) & (px <= be));
-  return static_cast<int>(inA & inB);
+/// The footprint's answer for two sloped lines that meet in one point (the
+/// difference of their gradients, dg, is at least 0.001): their crossing x,
+/// worked out and narrowed to float exactly as the footprint does, must lie
+/// within both segments' x windows. The same either way round.
+inline int tessPointCross(double gradientXA, float lowA, float highA, double gradientXB, float lowB, float highB,
+                          double dg) {
+  double x = (gradientXA - gradientXB) / dg;
+  if (x != x) x = 0.0;  // the footprint keeps a NaN crossing as 0
+  const float px =
+      static_cast<float>(std::max(-static_cast<double>(FLT_MAX), std::min(x, static_cast<double>(FLT_MAX))));
+  const float low = std::max(lowA, lowB), high = std::min(highA, highB);
+  return static_cast<int>((px > low) & (px <= high));
 }
 
 /// The footprint's crossing test of segment a against segment b
@@ -96,9 +104,10 @@ inline int tessPointCross(const TessLine& a, const TessLine& b) {
 /// one point, worked out inline by tessPointCross. kind receives the
 /// intersection kind: 0 one point, 1 coincident, 2 parallel.
 inline int tessLinesCross(TessFootPrint& fp, const TessLine& a, const TessLine& b, int* kind) {
-  if (tessMeetInPoint(a, b)) {
+  const double dg = a.gradient - b.gradient;
+  if (std::fabs(dg) >= 0.001) {
     *kind = 0;
-    return tessPointCross(a, b);
+    return tessPointCross(a.gradientX, a.xLow, a.xHigh, b.gradientX, b.xLow, b.xHigh, dg);
   }
   const int r = fp.FPDoLinesCross(&a.eq, &b.eq);
   *kind = fp.lastIntersectionKind();
