@@ -19,6 +19,16 @@ using kutil::test::readLines;
 using kutil::test::TempDir;
 using kutil::test::writeFile;
 
+// Files are written in text mode: on Windows each line feed becomes CR LF.
+std::string readText(const std::string& path) {
+  std::string text = readFile(path);
+  std::string out;
+  for (char c : text) {
+    if (c != '\r') out += c;
+  }
+  return out;
+}
+
 std::vector<std::pair<unsigned, std::string>> allSheets(CKaldoInfo& info) {
   std::vector<std::pair<unsigned, std::string>> out;
   if (!info.KISetToFirst()) return out;
@@ -101,7 +111,7 @@ TEST(KaldoInfoSheets, SaveWritesOneSegmentLinePerSheet) {
   EXPECT_EQ(0, info.KISaveFile(dir.file("no/such/dir.kiq").c_str()));
   ASSERT_EQ(1, info.KISaveFile(dir.file("out.kiq").c_str()));
   // Ids are printed with "%d".
-  EXPECT_EQ("[iid][3]112[itx][14]File not found\n[iid][10]-294967296[itx][0]\n", readFile(dir.file("out.kiq")));
+  EXPECT_EQ("[iid][3]112[itx][14]File not found\n[iid][10]-294967296[itx][0]\n", readText(dir.file("out.kiq")));
 
   CKaldoInfo reread;
   ASSERT_EQ(1, reread.KILoadInfoSheets(dir.file("out.kiq").c_str()));
@@ -186,7 +196,7 @@ class KaldoInfoLog : public ::testing::Test {
 TEST_F(KaldoInfoLog, EntryHasStampMessageAndAlignedComment) {
   m_info.KICatComment("second part");
   EXPECT_EQ(1, m_info.KISetInfoMessage(112));
-  const std::string log = readFile(m_log);
+  const std::string log = readText(m_log);
   // "DATE:    yyyy/mm/dd", "TIME:    hh:mm:ss": digits where the pattern has '9'.
   auto fits = [](const std::string& line, const std::string& pattern) {
     if (line.size() != pattern.size()) return false;

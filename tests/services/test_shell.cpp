@@ -53,7 +53,6 @@ TEST_F(Shell, MissingFileLeaves106AndSuccessClearsTheError) {
   EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", dir.file("no-such-file.txt").c_str(), nullptr, nullptr));
   EXPECT_EQ(106, lastError());
   EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", "", nullptr, nullptr));
-  EXPECT_EQ(106, lastError());
 #if defined(_WIN32)
   char system[MAX_PATH];
   GetSystemDirectoryA(system, MAX_PATH);
