@@ -190,6 +190,12 @@ sqlite3* openStore(const Store& store, bool write, bool create) {
     sqlite3_close(db);
     return nullptr;
   }
+  // SQLite quietly falls back to reading a file it may not write; a key
+  // opened for writing must fail at once instead, as the registry does.
+  if (write && sqlite3_db_readonly(db, "main") == 1) {
+    sqlite3_close(db);
+    return nullptr;
+  }
   sqlite3_busy_timeout(db, 15000);
   if (create) {
     // Several processes may create the store at once; the journal switch is
