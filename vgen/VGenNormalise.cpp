@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+// Preparing shape files for distribution: texture names in path-variable form,
+// referenced files gathered into a package directory.
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "KFile.h"
+#include "KNormalise.h"
+#include "KPathVars.h"
+#include "KText.h"
+#include "KVGen.h"
+
+namespace {
+
+// Name buffers of the path-variable functions hold 264 characters.
+constexpr int kNameCapacity = 264;
+
+using Getter = int (CKVGen::*)(char*);
+using Setter = int (CKVGen::*)(const char*);
+struct TextureSlot {
+  Getter get;
+  Setter set;
+};
+const TextureSlot kTextures[3] = {
+    {&CKVGen::KVGetFrontPlaneTexture, &CKVGen::KVSetFrontPlaneTexture},
+    {&CKVGen::KVGetBackPlaneTexture, &CKVGen::KVSetBackPlaneTexture},
+    {&CKVGen::KVGetWrapSurfaceTexture, &CKVGen::KVSetWrapSurfaceTexture},
+};
+
+// A generator that is terminated whatever way the caller leaves.
+struct TempGen {
+  std::unique_ptr<CKVGen> gen{new (std::nothrow) CKVGen()};
+  TempGen() {
+    if (gen) gen->KVInitialise();
+  }
+  ~TempGen() {
+    if (gen) gen->KVTerminate();
+  }
+};
+
+// Copies a texture into a name buffer the path functions may lengthen; 0 when
+// it is not set.
+int textureName(CKVGen& gen, const TextureSlot& slot, char* name) {
+  char field[300];
+  if ((gen.*slot.get)(field) == 0) return 0;
+  KUSafeStrncpy(name, field, kNameCapacity - 1);
+  return 1;
+}
+
+}  // namespace
+
+int KUConvertKSFToRelative(const char* path) {
+  if (path == nullptr || path[0] == '\0' || KUIsVariablised(path) != 0) return 1;
+  TempGen temp;
+  if (!temp.gen) return 0;
+  CKVGen& gen = *temp.gen;
+  KUSetComment(path);
+  if (gen.KVRestore(path) == 0) return 0;
+  for (const TextureSlot& slot : kTextures) {
+    char name[kNameCapacity * 2];
+    if (textureName(gen, slot, name) == 0 || KUIsVariablised(name) != 0) continue;
+    if (KUConvertANBToRelative(name) == 0) return 0;
+    if (KUConvertToRelative(name) == 0) return 0;
+    (gen.*slot.set)(name);
+  }
+  return gen.KVSave(path);
+}
+
+int KUCopyKSFFileParts(const char* path, const char* target) {
+  if (path == nullptr || path[0] == '\0') return 1;
+  if (target == nullptr) return 0;
+  TempGen temp;
+  if (!temp.gen) return 0;
+  CKVGen& gen = *temp.gen;
+  KUSetComment(path);
+  if (gen.KVRestore(path) == 0) return 0;
+  for (const TextureSlot& slot : kTextures) {
+    char name[kNameCapacity * 2];
+    if (textureName(gen, slot, name) == 0) continue;
+    // The copy rewrites the name in place; the source is kept apart so that
+    // nothing overlaps.
+    char source[kNameCapacity * 2];
+    std::strcpy(source, name);
+    if (KUCopyToTarget(source, target, name) == 0) return 0;
+    if (KUCopyANBFileParts(name, target) == 0) return 0;
+    (gen.*slot.set)(name);
+  }
+  return gen.KVSave(path);
+}
+
+int KUIsKSFFileNormalised(const char* path) {
+  TempGen temp;
+  if (!temp.gen) return 0;
+  CKVGen& gen = *temp.gen;
+  if (gen.KVRestore(path) == 0) return 0;
+  for (const TextureSlot& slot : kTextures) {
+    char name[kNameCapacity * 2];
+    if (textureName(gen, slot, name) == 0) continue;
+    if (KUDeRelativiseFileName(path, name) != 0) return 1;
+  }
+  return 0;
+}
