@@ -52,23 +52,22 @@ struct TessLine {
   int second;           ///< seed vertex number of the second end
 };
 
-/// Fills out from a footprint line equation. The x window restates the maths
-/// library's between test used for a segment's extent (closed above, open
-/// below an ascending range, closed for a descending one) as one open and one
+/// Fills out from a footprint line equation. The x window restates the
+/// footprint's closed extent test (both ends count) as one open and one
 /// closed bound.
 inline void tessLineFromEquation(const tagKLineEquation& eq, int first, int second, TessLine* out) {
   out->eq = eq;
   out->gradient = eq.kind == 0 ? static_cast<double>(eq.gradient) : std::nan("");
   out->gradientX = static_cast<double>(eq.gradient) * static_cast<double>(eq.xIntercept);
   const float s = eq.start.x, e = eq.end.x;
-  if (s < e) {
-    out->xLow = s;
+  if (s <= e) {
+    out->xLow = std::nextafter(s, -HUGE_VALF);
     out->xHigh = e;
-  } else if (e <= s) {
+  } else if (e < s) {
     out->xLow = std::nextafter(e, -HUGE_VALF);
     out->xHigh = s;
   } else {
-    out->xLow = out->xHigh = std::nanf("");
+    out->xLow = out->xHigh = std::nanf("");  // no point is within a NaN extent
   }
   out->xMin = s < e ? s : e;
   out->xMax = s < e ? e : s;
