@@ -42,11 +42,6 @@ double length(const Vec3& v) { return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.
 
 bool strictlyWithin(double v, double low, double high) { return v > low && v < high; }
 
-double distanceSquared(const _D3DVECTOR& a, const _D3DVECTOR& b) {
-  const double dx = static_cast<double>(a.x) - b.x, dy = static_cast<double>(a.y) - b.y,
-               dz = static_cast<double>(a.z) - b.z;
-  return dx * dx + dy * dy + dz * dz;
-}
 
 void setIdentity(tagKFMATRIX* out) {
   for (int i = 0; i < 16; ++i) out->m[i] = (i % 5 == 0) ? 1.0f : 0.0f;
@@ -610,18 +605,12 @@ bool frameRoll(const _D3DVECTOR& d, const _D3DVECTOR& u, double* roll, int* vert
   } else {
     // The sign of the angle depends on the axis found; check it against dir:
     // if turning up by the angle lands on w, the roll is the opposite turn.
-    _D3DVECTOR turned, turnedBack;
+    _D3DVECTOR turned;
     KUVectorRotate(&turned, &u, &d, static_cast<float>(angle));
-    KUVectorRotate(&turnedBack, &u, &d, static_cast<float>(-angle));
-    if (KUIsSameVectorAPPROX(&turned, &w))
-      *roll = -angle;
-    else if (KUIsSameVectorAPPROX(&turnedBack, &w))
-      *roll = angle;
-    else
-      // Neither lands within 0.001: w is world up standing in for a plane
-      // that is only nearly vertical. Keeping the angle blindly would mirror
-      // the roll; the turn that comes closer to w decides instead.
-      *roll = distanceSquared(turned, w) < distanceSquared(turnedBack, w) ? -angle : angle;
+    // Otherwise the angle is kept, even when w is world up standing in for a
+    // plane that is only nearly vertical and the kept sign mirrors the roll:
+    // hosts have stored frames computed this way.
+    *roll = KUIsSameVectorAPPROX(&turned, &w) ? -angle : angle;
   }
   return true;
 }
