@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <set>
 #include <string>
 
 #include "KRegistry.h"
@@ -12,6 +13,10 @@
 #include "KText.h"
 #include "ServicesTestEnv.h"
 #include "ShellDetail.h"
+
+#if !defined(_WIN32)
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -66,22 +71,6 @@ TEST_F(Shell, MissingFileLeaves106AndSuccessClearsTheError) {
 }
 
 #if !defined(_WIN32)
-TEST_F(Shell, FailuresMapOntoTheShellTable) {
-  TempDir dir;
-  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", dir.file("gone/x.txt").c_str(), nullptr, nullptr));
-  EXPECT_EQ(109, lastError());
-  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", "/bin/true", nullptr, dir.file("gone").c_str()));
-  EXPECT_EQ(109, lastError());
-  writeFile(dir.file("doc.txt"), "text");
-  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "print", dir.file("doc.txt").c_str(), nullptr, nullptr));
-  EXPECT_EQ(107, lastError());
-  // An executable that is no program is the bad-format result, which falls into 80.
-  writeFile(dir.file("bad.bin"), std::string("\x01\x02\x03junk", 7));
-  fs::permissions(dir.file("bad.bin"), fs::perms::owner_all);
-  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", dir.file("bad.bin").c_str(), nullptr, nullptr));
-  EXPECT_EQ(80, lastError());
-}
-
 class ScopedEnv {
  public:
   ScopedEnv(const char* name, const std::string& value) : m_name(name) {
@@ -105,6 +94,54 @@ class ScopedEnv {
   std::string m_old;
   bool m_had = false;
 };
+
+TEST_F(Shell, FailuresMapOntoTheShellTable) {
+  TempDir dir;
+  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", dir.file("gone/x.txt").c_str(), nullptr, nullptr));
+  EXPECT_EQ(109, lastError());
+  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", "/bin/true", nullptr, dir.file("gone").c_str()));
+  EXPECT_EQ(109, lastError());
+  writeFile(dir.file("doc.txt"), "text");
+  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "print", dir.file("doc.txt").c_str(), nullptr, nullptr));
+  EXPECT_EQ(107, lastError());
+  // An executable that is no program is the bad-format result, which falls into 80.
+  writeFile(dir.file("bad.bin"), std::string("\x01\x02\x03junk", 7));
+  fs::permissions(dir.file("bad.bin"), fs::perms::owner_all);
+  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", dir.file("bad.bin").c_str(), nullptr, nullptr));
+  EXPECT_EQ(80, lastError());
+}
+
+// A stand-in opener on PATH records what it was asked to open.
+TEST_F(Shell, DocumentsAndAddressesGoToTheDesktopOpener) {
+  TempDir bin;
+  const std::string log = bin.file("opened.txt");
+  writeFile(bin.file("xdg-open"), "#!/bin/sh\necho \"$1\" >> '" + log + "'\n");
+  fs::permissions(bin.file("xdg-open"), fs::perms::owner_all);
+  writeFile(bin.file("notes.txt"), "text");
+  auto waitForLines = [&log](size_t count) {
+    for (int i = 0; i < 500 && kutil::test::readLines(log).size() < count; ++i) usleep(10000);
+    return kutil::test::readLines(log);
+  };
+  {
+    ScopedEnv path("PATH", bin.path());
+    EXPECT_EQ(1, KULaunchKALDOWebSite(nullptr));
+    EXPECT_EQ(1, KULaunchKALDOWebSiteLatest(nullptr));
+    EXPECT_EQ(1, KUEmailKALDOSupport(nullptr));
+    EXPECT_EQ(1, KULaunchKALDOTargetURL(nullptr, "https://www.example.com/kaldo3d/faq"));
+    EXPECT_EQ(1, KURawRunSysCmd(nullptr, nullptr, "notes.txt", nullptr, bin.path().c_str()));
+    const auto opened = waitForLines(5);
+    ASSERT_EQ(5u, opened.size());
+    // Each launch is its own process, so the order is not fixed.
+    const std::set<std::string> got(opened.begin(), opened.end());
+    EXPECT_EQ((std::set<std::string>{"https://www.example.com/kaldo3d", "https://www.example.com/kaldo3d/latest",
+                                     "mailto:support@example.com", "https://www.example.com/kaldo3d/faq",
+                                     bin.file("notes.txt")}),
+              got);
+  }
+  ScopedEnv noOpener("PATH", bin.file("empty"));
+  EXPECT_EQ(0, KULaunchKALDOWebSite(nullptr));
+  EXPECT_EQ(107, lastError());
+}
 
 class ShellFolders : public Shell {
  protected:
