@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "TestSupport.h"
 #include "pathvars_detail.h"
@@ -29,6 +30,15 @@ std::string makeSubDir(const TempDir& dir, const std::string& name);
 
 /// The given lines, each followed by the platform's line end.
 std::string joinLines(std::initializer_list<std::string> lines);
+
+/// The text data of every row of a behaviour file, in order (a failed load is a test failure).
+std::vector<std::string> rowTexts(const std::string& path);
+
+/// Saves a shape file with a square seed and the given front, back and wrap textures.
+void writeShape(const std::string& path, const std::string& front, const std::string& back, const std::string& wrap);
+
+/// The front, back and wrap textures of a shape file (a failed restore is a test failure).
+std::vector<std::string> shapeTextures(const std::string& path);
 
 /// Resets the path variables around every test.
 class NormaliseTest : public ::testing::Test {
