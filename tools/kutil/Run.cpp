@@ -1,0 +1,258 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+// `kutil run`, `kutil record` and `kutil play`: the behaviour clock and the input recorder.
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cstdio>
+#include <iostream>
+#include <sstream>
+
+#include "Common.h"
+#include "KUtil.h"
+
+namespace kutool {
+namespace {
+
+// Ticks run after the last scripted input when --ticks is not given, and the least run at all.
+constexpr int kTrailingTicks = 5;
+constexpr int kDefaultTicks = 10;
+
+void printCommandHeader(const char* first, const char* amount) {
+  std::printf("%5s  %4s  %-10s  %-9s  %s\n", first, "code", "command", amount, "text");
+}
+
+void printCommand(bool json, const char* counterName, int counter, int code, double magnitude, int flags,
+                  const std::string& text) {
+  const std::string name = commandName(code);
+  if (json) {
+    std::printf("{\"%s\":%d,\"code\":%d,\"command\":%s,\"magnitude\":%s,\"flags\":%d,\"text\":%s}\n", counterName,
+                counter, code, name.empty() ? "null" : jsonString(name).c_str(), jsonNumber(magnitude).c_str(), flags,
+                jsonString(text).c_str());
+  } else {
+    std::printf("%5d  %4d  %-10s  %-9s  %s\n", counter, code, name.empty() ? "?" : name.c_str(),
+                shortNumber(magnitude).c_str(), text.c_str());
+  }
+}
+
+// "NAME@TICK": the part after the last '@' is the tick.
+bool splitAtTick(const std::string& spec, std::string* name, int* tick) {
+  const std::size_t at = spec.rfind('@');
+  long t = 0;
+  if (at == std::string::npos || at == 0 || !parseInt(spec.substr(at + 1), &t) || t < 1 || t > 1000000) return false;
+  *name = spec.substr(0, at);
+  *tick = static_cast<int>(t);
+  return true;
+}
+
+// Names the clock opens itself (PLAYBACK recordings) are resolved against the behaviour file's
+// folder; the names it hands to the host stay as written, for the host to resolve.
+void resolvePlaybackNames(CKDecide& table, const std::string& file) {
+  CKActionRow* row = nullptr;
+  for (int ok = table.DESelectFirstActionRow(&row); ok; ok = table.DESelectNextActionRow(&row)) {
+    int action = -1;
+    row->ARGetAction(&action);
+    char text[264] = {0};
+    if (action != KAR_ACTION_PLAYBACK || !row->ARGetTextData(text)) continue;
+    if (KUDeRelativiseFileName(file.c_str(), text)) row->ARSetTextData(text);
+  }
+}
+
+}  // namespace
+
+int runBehaviour(const RunOptions& options) {
+  if (!isReadable(options.file)) return fail(options.file + ": the behaviour file cannot be read.");
+  CKDecide table;
+  table.DEInitialise();
+  if (!table.DELoadFromFile(options.file.c_str())) {
+    // The check names the line and the clause.
+    checkFile(options.file);
+    return kExitFailed;
+  }
+  resolvePlaybackNames(table, options.file);
+  table.DESetItemScaleFactor(1.0f);
+  if (!options.trace.empty() && !table.DEOpenTrace(options.trace.c_str(), 0)) {
+    return fail(options.trace + ": the trace file cannot be written.");
+  }
+  CKFIFO input, output;
+  input.FIInitialise();
+  output.FIInitialise();
+  table.DEAttachInputFIFO(&input);
+  table.DEAttachOutputFIFO(&output);
+
+  int lastTick = 0;
+  for (const RunInput& in : options.inputs) lastTick = std::max(lastTick, in.tick);
+  const int ticks = options.ticks > 0 ? options.ticks : std::max(kDefaultTicks, lastTick + kTrailingTicks);
+
+  if (!options.json) printCommandHeader("tick", "magnitude");
+  int commands = 0;
+  for (int tick = 1; tick <= ticks; ++tick) {
+    for (const RunInput& in : options.inputs) {
+      if (in.tick != tick) continue;
+      float magnitude = 1.0f;
+      // Motions carry their standard step, as the host would push them.
+      float step = 0.0f;
+      if (KUGetMagnitudeForFIFOInput(&step, 0, 1.0f, in.code) && step >= 0.0f) magnitude = step;
+      if (!input.FIPushFIFOCommand(in.code, magnitude, nullptr, in.text.c_str(), 0)) {
+        table.DECloseTrace();
+        return fail("tick " + std::to_string(tick) + ": more than " + std::to_string(KFI_SLOT_COUNT) +
+                    " inputs in one tick do not fit the input queue.");
+      }
+    }
+    table.DEClock();
+    int code = 0, flags = 0;
+    float magnitude = 0.0f;
+    _D3DVECTOR vector = {0.0f, 0.0f, 0.0f};
+    char text[KFI_TEXT_LEN + 1] = {0};
+    while (output.FIPopFIFOCommand(&code, &magnitude, &vector, text, &flags)) {
+      printCommand(options.json, "tick", tick, code, magnitude, flags, text);
+      ++commands;
+    }
+  }
+  table.DECloseTrace();
+  if (!options.json) std::printf("%d ticks, %d commands\n", ticks, commands);
+  return kExitOk;
+}
+
+int playRecording(const std::string& file, bool json) {
+  if (!isReadable(file)) return fail(file + ": the recording cannot be read.");
+  CKInputRecord player;
+  player.IRInitialise();
+  player.IRSetFileName(file.c_str(), KIR_MODE_PLAY);
+  int code = 0, flags = 0, count = 0;
+  char text[KIR_TEXT_LEN + 1] = {0};
+  if (!json) printCommandHeader("#", "flags");
+  while (player.IRGetCommand(&code, &flags, text)) {
+    ++count;
+    if (json) {
+      const std::string name = commandName(code);
+      std::printf("{\"index\":%d,\"code\":%d,\"command\":%s,\"flags\":%d,\"text\":%s}\n", count, code,
+                  name.empty() ? "null" : jsonString(name).c_str(), flags, jsonString(text).c_str());
+    } else {
+      const std::string name = commandName(code);
+      std::printf("%5d  %4d  %-10s  %-9s  %s\n", count, code, name.empty() ? "?" : name.c_str(),
+                  std::to_string(flags).c_str(), text);
+    }
+  }
+  player.IRTerminate();
+  if (!json) std::printf("%d commands\n", count);
+  return kExitOk;
+}
+
+void addRunCommands(CLI::App& app, int* result) {
+  auto run = std::make_shared<RunOptions>();
+  auto events = std::make_shared<std::vector<std::string>>();
+  auto commands = std::make_shared<std::vector<std::string>>();
+  CLI::App* sub = app.add_subcommand(
+      "run", "Drive a behaviour's clock tick by tick with scripted input and print the commands of every tick.");
+  sub->add_option("file", run->file, "Behaviour file (.kvc)")->required();
+  sub->add_option("--event", *events, "Event pushed at a tick, as NAME@TICK (select@1, open@3)");
+  sub->add_option("--command", *commands, "Command pushed at a tick, as CODE@TICK (a number or keyword, 1@2)");
+  sub->add_option("--ticks", run->ticks,
+                  "Ticks to run (default: the last input tick + " + std::to_string(kTrailingTicks) + ", at least " +
+                      std::to_string(kDefaultTicks) + ")")
+      ->check(CLI::Range(1, 1000000));
+  sub->add_option("--trace", run->trace, "Write the clock's trace to this file");
+  sub->add_flag("--json", run->json, "One JSON object per command and line");
+  sub->callback([run, events, commands, result] {
+    RunOptions options = *run;
+    for (const std::string& e : *events) {
+      RunInput in;
+      std::string name;
+      if (!splitAtTick(e, &name, &in.tick) || !CKActionRow::ARGetEventTypeFromText(&in.code, name.c_str())) {
+        long number = 0;
+        if (!splitAtTick(e, &name, &in.tick) || !parseInt(name, &number)) {
+          *result = usage("--event " + e + " is not NAME@TICK with an event keyword (select, deselect, property, "
+                          "open, collide, impact, delete, cut, copy, ping) or code and a tick from 1.");
+          return;
+        }
+        in.code = static_cast<int>(number);
+      }
+      options.inputs.push_back(in);
+    }
+    for (const std::string& c : *commands) {
+      RunInput in;
+      std::string name;
+      if (!splitAtTick(c, &name, &in.tick) || !parseCommandCode(name, &in.code)) {
+        *result = usage("--command " + c + " is not CODE@TICK with a command code or keyword and a tick from 1.");
+        return;
+      }
+      options.inputs.push_back(in);
+    }
+    *result = runBehaviour(options);
+  });
+
+  auto recordFile = std::make_shared<std::string>();
+  auto recordCommands = std::make_shared<std::vector<std::string>>();
+  CLI::App* rec = app.add_subcommand("record", "Write an input recording of the given commands.");
+  rec->add_option("file", *recordFile, "Recording to write")->required();
+  rec->add_option("--command", *recordCommands, "Command as CODE[:FLAGS[:TEXT]] (a number or keyword)")->required();
+  rec->callback([recordFile, recordCommands, result] {
+    struct Entry {
+      int code = 0;
+      int flags = 0;
+      std::string text;
+    };
+    std::vector<Entry> entries;
+    for (const std::string& c : *recordCommands) {
+      Entry e;
+      const std::size_t first = c.find(':');
+      const std::string codeText = c.substr(0, first);
+      long flags = 0;
+      if (!parseCommandCode(codeText, &e.code)) {
+        *result = usage("--command " + c + " does not begin with a command code or keyword.");
+        return;
+      }
+      if (first != std::string::npos) {
+        const std::size_t second = c.find(':', first + 1);
+        const std::string flagText = c.substr(first + 1, second == std::string::npos ? std::string::npos : second - first - 1);
+        if (!parseInt(flagText, &flags)) {
+          *result = usage("--command " + c + " has flags that are not a whole number.");
+          return;
+        }
+        if (second != std::string::npos) e.text = c.substr(second + 1);
+      }
+      e.flags = static_cast<int>(flags);
+      if (e.text.size() > static_cast<std::size_t>(KIR_TEXT_LEN)) {
+        *result = usage("--command " + c + " has a text longer than " + std::to_string(KIR_TEXT_LEN) + " characters.");
+        return;
+      }
+      entries.push_back(e);
+    }
+    CKInputRecord recorder;
+    recorder.IRInitialise();
+    recorder.IRSetFileName(recordFile->c_str(), KIR_MODE_STORE);
+    int stored = 0, dropped = 0;
+    bool cancelArmed = false;
+    for (const Entry& e : entries) {
+      if (e.flags & KIR_FLAG_CANCEL) cancelArmed = true;
+      const bool dropsNull = e.code == 0 && cancelArmed;
+      if (dropsNull) cancelArmed = false;
+      if (recorder.IRStoreCommand(e.code, e.flags, e.text.c_str(), 0)) {
+        ++stored;
+      } else if (dropsNull) {
+        ++dropped;  // the NULL after a cancelling command is dropped by design
+      } else {
+        recorder.IRTerminate();
+        *result = fail(*recordFile + ": the recording cannot be written.");
+        return;
+      }
+    }
+    recorder.IRTerminate();
+    std::string written;
+    readFile(*recordFile, &written);
+    std::printf("%s: stored %d commands in %zu lines", recordFile->c_str(), stored, splitLines(written).size());
+    if (dropped) std::printf(" (%d NULL dropped after a cancelling command)", dropped);
+    std::printf("\n");
+    *result = kExitOk;
+  });
+
+  auto playFile = std::make_shared<std::string>();
+  auto playJson = std::make_shared<bool>(false);
+  CLI::App* play = app.add_subcommand("play", "Play an input recording back and print its commands.");
+  play->add_option("file", *playFile, "Recording to play")->required();
+  play->add_flag("--json", *playJson, "One JSON object per command and line");
+  play->callback([playFile, playJson, result] { *result = playRecording(*playFile, *playJson); });
+}
+
+}  // namespace kutool
