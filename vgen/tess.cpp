@@ -103,7 +103,7 @@ void transpose64(std::uint64_t a[64]) {
   }
 }
 
-// Step 2: every pair of seed vertices that is a polygon edge, or whose chord
+// Candidates: every pair of seed vertices that is a polygon edge, or whose chord
 // (shortened to its middle 98 %) crosses no edge and has its midpoint inside,
 // in list order (i ascending, then j ascending). The two footprint tests
 // (boundary crossed without margin, points on the same side) are walked here
@@ -172,7 +172,7 @@ void collectCandidates(const std::vector<_D3DVECTOR>& seed, const std::vector<_D
   }
 }
 
-// Step 3: two polygon edges without a common vertex that cross.
+// Self-crossing outline: two polygon edges without a common vertex that cross.
 bool outlineCrossesItself(const std::vector<TessSegment>& segments, const std::vector<_D3DVECTOR>& laid,
                           TessFootPrint& fp) {
   std::vector<TessLine> edges;
@@ -200,7 +200,7 @@ struct SweepArrays {
   std::vector<int> first, second;
 };
 
-// Step 4: greedy removal of crossing chords. Counts follow the re-counting
+// Greedy removal of crossing chords. Counts follow the re-counting
 // method exactly: the count of s is the number of live chords t, without a
 // common vertex, for which the test (s, t) answers true.
 //
@@ -383,7 +383,7 @@ void removeCrossingChords(std::vector<TessSegment>* segments, const std::vector<
   for (std::size_t c = 0; c < m; ++c) (*segments)[where[c]].crossings = counts[c];
 }
 
-// Steps 5 and 6: for each vertex v in turn, for each spoke (v, a) in list
+// Triangles: for each vertex v in turn, for each spoke (v, a) in list
 // order, for each live segment (a, x) in list order with (v, x) also a spoke:
 // the triangle {v, a, x}; only the first copy of each triangle is kept.
 bool readTriangles(std::vector<TessSegment>* segments, int n, std::vector<TessTriangle>* out) {
@@ -396,7 +396,7 @@ bool readTriangles(std::vector<TessSegment>* segments, int n, std::vector<TessTr
     spokes[static_cast<std::size_t>(s.first)].push_back({static_cast<int>(k), s.second});
     spokes[static_cast<std::size_t>(s.second)].push_back({static_cast<int>(k), s.first});
   }
-  for (auto& list : spokes) std::sort(list.begin(), list.end());
+  // (Each vertex's list is in list order already: segments were added in order.)
   std::vector<int> joined(static_cast<std::size_t>(n), -1);  // joined[x] == v: (v, x) is a spoke of v
   std::unordered_set<std::uint64_t> seen;
   bool anyTwo = false;
@@ -408,8 +408,8 @@ bool readTriangles(std::vector<TessSegment>* segments, int n, std::vector<TessTr
     for (const auto& sp : mine) joined[static_cast<std::size_t>(sp.second)] = v;
     for (const auto& sp : mine) {
       const int a = sp.second;
-      for (const auto& far : spokes[static_cast<std::size_t>(a)]) {
-        const int x = far.second;
+      for (const auto& spoke : spokes[static_cast<std::size_t>(a)]) {
+        const int x = spoke.second;
         if (x == v || joined[static_cast<std::size_t>(x)] != v) continue;
         int t[3] = {v, a, x};
         std::sort(t, t + 3);
