@@ -141,11 +141,11 @@ TEST(CKDecide, TagsErrorIdAndTraceStream) {
   EXPECT_EQ(table.DECloseTrace(), 1);
   EXPECT_EQ(table.DECloseTrace(), 0);
   table.DEReset();
-  EXPECT_EQ(kutil::test::readFile(path), "***STOP+RESET***\n***STOP+RESET***\n");
+  EXPECT_EQ(kutil::test::readText(path), "***STOP+RESET***\n***STOP+RESET***\n");
   ASSERT_EQ(table.DEOpenTrace(path.c_str(), 0), 1);
   table.DEReset();
   table.DECloseTrace();
-  EXPECT_EQ(kutil::test::readFile(path), "***STOP+RESET***\n");
+  EXPECT_EQ(kutil::test::readText(path), "***STOP+RESET***\n");
 }
 
 }  // namespace

@@ -34,6 +34,15 @@ inline int loadText(CKDecide& table, const TempDir& dir, const std::string& text
   return table.DELoadFromFile(path.c_str());
 }
 
+/// A text file's content with the CRs that Windows text mode puts before each line feed removed.
+inline std::string readText(const std::string& path) {
+  std::string text = readFile(path);
+  std::string out;
+  for (char c : text)
+    if (c != '\r') out += c;
+  return out;
+}
+
 inline std::string runState(const CKActionRow* row) { return detail::ActionRowAccess::runState(*row); }
 inline std::string callStack(const CKActionRow* row) { return detail::ActionRowAccess::callStack(*row); }
 

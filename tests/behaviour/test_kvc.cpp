@@ -9,7 +9,7 @@
 #include "test_decide_support.h"
 
 using kutil::test::loadText;
-using kutil::test::readFile;
+using kutil::test::readText;
 using kutil::test::rowAt;
 using kutil::test::rowCount;
 using kutil::test::TempDir;
@@ -152,22 +152,22 @@ TEST(CKDecideFile, WriterProducesTheExactText) {
   const std::string path = dir.file("out.kvc");
   EXPECT_EQ(table.DEStoreToFile(path.c_str()), 0) << "empty table";
   EXPECT_TRUE(kutil::test::fileExists(path));
-  EXPECT_EQ(readFile(path), "");
+  EXPECT_EQ(readText(path), "");
 
   ASSERT_EQ(loadText(table, dir, "ON select CALL spin\nIN spin MOVE TURNLEFT BY 0.5 FOR 4\n"), 1);
   ASSERT_EQ(table.DEStoreToFile(path.c_str()), 1);
-  EXPECT_EQ(readFile(path), "\nON select CALL \"spin\" \nIN spin MOVE TURNLEFT BY 0.500000 FOR 4 ");
+  EXPECT_EQ(readText(path), "\nON select CALL \"spin\" \nIN spin MOVE TURNLEFT BY 0.500000 FOR 4 ");
 
   CKDecide more;
   more.DEInitialise();
   ASSERT_EQ(loadText(more, dir, "ON open MOVE AUTOLEVEL\nON cut ZOOMOUT BY 1.25\nON copy RUN\nAT W2026AA0000AAAA STOP FOR 0\n"), 1);
   ASSERT_EQ(more.DEStoreToFile(path.c_str()), 1);
-  EXPECT_EQ(readFile(path), "\nON open MOVE AUTOLEVEL \nON cut ZOOMOUT BY 1.250000 \nON copy RUN \nAT W2026AA0000AAAA STOP FOR 0 ");
+  EXPECT_EQ(readText(path), "\nON open MOVE AUTOLEVEL \nON cut ZOOMOUT BY 1.250000 \nON copy RUN \nAT W2026AA0000AAAA STOP FOR 0 ");
 
   // A row with neither event nor grouping stops the store after its row-type keyword.
   ASSERT_EQ(loadText(more, dir, "ON bump NULL\n"), 1);
   EXPECT_EQ(more.DEStoreToFile(path.c_str()), 0);
-  EXPECT_EQ(readFile(path).substr(readFile(path).size() - 4), "\nON ");
+  EXPECT_EQ(readText(path).substr(readText(path).size() - 4), "\nON ");
 
   EXPECT_EQ(table.DEStoreToFile(""), 0);
   EXPECT_EQ(table.DELoadFromFile(""), 0);
@@ -191,7 +191,7 @@ TEST(CKDecideFile, StoredTablesReadBackTheSame) {
   again.DEInitialise();
   ASSERT_EQ(again.DELoadFromFile(first.c_str()), 1);
   ASSERT_EQ(again.DEStoreToFile(second.c_str()), 1);
-  EXPECT_EQ(readFile(second), readFile(first));
+  EXPECT_EQ(readText(second), readText(first));
   EXPECT_EQ(rowTexts(again), rowTexts(table));
 }
 
