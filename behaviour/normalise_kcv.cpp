@@ -170,7 +170,8 @@ int KUIsKCVFileNormalised(const char* path) {
 }
 
 int KUDeRelativiseKCV(const char* directory, CKDecide* table) {
-  if (!hasRows(table)) return 0;
+  // Without a directory "?KALDOKWQDIR?" would resolve to bare names.
+  if (directory == nullptr || !hasRows(table)) return 0;
   bool changed = false;
   forEachRow(table, [&](CKActionRow* row) {
     char name[kNameCapacity];
@@ -200,7 +201,7 @@ int KUDeRelativiseKCV(const char* path) {
 }
 
 int KUDeRelativiseKSF(const char* directory, const char* shapeFile) {
-  if (isEmpty(shapeFile)) return 0;
+  if (directory == nullptr || isEmpty(shapeFile)) return 0;
   CKVGen shape;
   shape.KVInitialise();
   if (shape.KVRestore(shapeFile) != 1) return 0;
@@ -230,12 +231,13 @@ int KUDeRelativiseKSF(const char* directory, const char* shapeFile) {
 }
 
 int KUCopyKCVForNormalise(const char* targetDir, CKDecide* table) {
-  if (!hasRows(table)) return 0;
+  // Without a target the copies would land in the working directory.
+  if (isEmpty(targetDir) || !hasRows(table)) return 0;
   forEachRow(table, [targetDir](CKActionRow* row) {
     char name[kNameCapacity];
     char last[kNameCapacity];
     if (!textOf(row, name) || !KUIsFileReadable(name) || !KUGetLastPathElement(last, name)) return;
-    const std::string destination = std::string(targetDir != nullptr ? targetDir : "") + last;
+    const std::string destination = std::string(targetDir) + last;
     if (destination.size() > static_cast<std::size_t>(KAR_TEXTDATA_LEN)) return;
     const char* copy = destination.c_str();
     if (KUFileHasEnding(copy, ".kvc")) {
