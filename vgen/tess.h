@@ -86,7 +86,8 @@ inline void prepareTessLine(CKFootPrint& fp, const _D3DVECTOR& a, const _D3DVECT
 /// The footprint's answer for two sloped lines that meet in one point (the
 /// difference of their gradients, dg, is at least 0.001): their crossing x,
 /// worked out and narrowed to float exactly as the footprint does, must lie
-/// within both segments' x windows. The same either way round.
+/// within both segments' x windows. The same either way round. (A sloped
+/// line's ends have finite x, so its window is never NaN.)
 inline int tessPointCross(double gradientXA, float lowA, float highA, double gradientXB, float lowB, float highB,
                           double dg) {
   double x = (gradientXA - gradientXB) / dg;
