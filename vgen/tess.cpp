@@ -224,10 +224,13 @@ void removeCrossingChords(std::vector<TessSegment>* segments, const std::vector<
   const std::size_t m = chords.size();
   if (m == 0) return;
 
+  // A chord whose ends both have a NaN x sorts first; its reach (NaN) then
+  // takes in every later chord, so nothing is left untested.
+  std::vector<float> key(m);
+  for (std::size_t i = 0; i < m; ++i) key[i] = chords[i].xMin != chords[i].xMin ? -HUGE_VALF : chords[i].xMin;
   std::vector<std::uint32_t> order(m);  // rank -> chord number
   for (std::size_t i = 0; i < m; ++i) order[i] = static_cast<std::uint32_t>(i);
-  std::stable_sort(order.begin(), order.end(),
-                   [&](std::uint32_t a, std::uint32_t b) { return chords[a].xMin < chords[b].xMin; });
+  std::stable_sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) { return key[a] < key[b]; });
   std::vector<TessLine> sorted(m);
   SweepArrays sw;
   sw.xMin.resize(m);
@@ -240,7 +243,7 @@ void removeCrossingChords(std::vector<TessSegment>* segments, const std::vector<
   for (std::size_t r = 0; r < m; ++r) {
     const TessLine& c = chords[order[r]];
     sorted[r] = c;
-    sw.xMin[r] = c.xMin;
+    sw.xMin[r] = key[order[r]];
     sw.xLow[r] = c.xLow;
     sw.xHigh[r] = c.xHigh;
     sw.gradient[r] = c.gradient;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -73,6 +74,10 @@ std::vector<Case> badCases() {
   c.push_back({"doubling-back", {v(0, 0), v(4, 0), v(4, 4), v(2, 0.0f), v(0, 4)}});
   c.push_back({"huge", {v(-3e37f, -3e37f), v(3e37f, -3e37f), v(3e37f, 3e37f), v(-3e37f, 3e37f), v(0, 3.3e37f)}});
   c.push_back({"huge-offset", {v(1e9f, 1e9f), v(1e9f + 64, 1e9f), v(1e9f + 64, 1e9f + 64), v(1e9f, 1e9f + 64)}});
+  const float nan = std::nanf(""), inf = HUGE_VALF;
+  c.push_back({"nan-vertex", {v(0, 0), v(4, 0), v(nan, 2), v(4, 4), v(0, 4), v(-1, 2)}});
+  c.push_back({"nan-pair", {v(0, 0), v(nan, nan), v(4, 4), v(nan, nan), v(0, 4)}});
+  c.push_back({"infinite-vertex", {v(0, 0), v(4, 0), v(inf, 2), v(4, 4), v(0, 4)}});
   c.push_back({"tiny", {v(0, 0), v(1e-4f, 0), v(1e-4f, 1e-4f), v(0, 1e-4f), v(-5e-5f, 5e-5f)}});
   c.push_back({"spike", {v(0, 0), v(10, 0), v(10, 1), v(5, 1), v(5, 1.0001f), v(10, 1.0002f), v(10, 2), v(0, 2)}});
   return c;
