@@ -146,7 +146,8 @@ int KURelativiseKCV(CKDecide* table) {
     // The shape file still opens under its absolute name: normalise it first.
     if (KUFileHasEnding(last, ".ksf")) KUConvertKSFToRelative(name);
     KUConvertToRelative(name);
-    row->ARSetTextData(name);
+    // A variable longer than the directory it replaces may not fit the row.
+    if (std::strlen(name) <= static_cast<std::size_t>(KAR_TEXTDATA_LEN)) row->ARSetTextData(name);
   });
   return 1;
 }
@@ -179,7 +180,8 @@ int KUDeRelativiseKCV(const char* directory, CKDecide* table) {
     char resolved[kNameCapacity];
     std::memcpy(resolved, name, std::strlen(name) + 1);
     // A path too long for the row would be cut: keep the portable form then.
-    if (KUDeRelativiseFileName(directory, resolved) && std::strlen(resolved) <= KAR_TEXTDATA_LEN) {
+    if (KUDeRelativiseFileName(directory, resolved) &&
+        std::strlen(resolved) <= static_cast<std::size_t>(KAR_TEXTDATA_LEN)) {
       std::memcpy(name, resolved, std::strlen(resolved) + 1);
       changed = true;
     }

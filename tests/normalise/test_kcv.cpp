@@ -68,6 +68,30 @@ TEST_F(BehaviourFile, ConvertRelativisesFileActionsButNeverCallOrPing) {
   EXPECT_EQ(KUIsKCVFileNormalised(path.c_str()), 1);
 }
 
+TEST_F(BehaviourFile, NamesThatWouldNotFitTheRowStayAsTheyAre) {
+  ASSERT_EQ(KUSetNormalisationVariables("/w", "/w/s", "/p", "/p/k"), 1);
+  const std::string longName = "/p/" + std::string(250, 'x') + ".exe";  // the variable adds 14 characters
+  CKDecide table;
+  table.DEInitialise();
+  for (const std::string& text : {longName, std::string("/p/tool.exe")}) {
+    CKActionRow* row = new CKActionRow();
+    row->ARSetRowType(KAR_ROW_ON);
+    row->ARSetEvent(KAR_EVENT_SELECT);
+    row->ARSetAction(KAR_ACTION_RUN);
+    row->ARSetTextData(text.c_str());
+    table.DEAddActionRow(row);
+  }
+  ASSERT_EQ(KURelativiseKCV(&table), 1);
+  Texts texts;
+  CKActionRow* row = nullptr;
+  for (int ok = table.DESelectFirstActionRow(&row); ok; ok = table.DESelectNextActionRow(&row)) {
+    char text[KAR_TEXTDATA_LEN + 1] = "";
+    row->ARGetTextData(text);
+    texts.push_back(text);
+  }
+  EXPECT_EQ(texts, (Texts{longName, "?WINDOWSPROGDIR?/tool.exe"}));
+}
+
 TEST_F(BehaviourFile, CallAndPingOnlyFileIsStoredBackUnchanged) {
   std::string path = kvc("calls.kvc", "ON select CALL \"/a/spin.kvc\"\nIN spin PING \"/a/b.kwq\"\n");
   CKDecide table;
