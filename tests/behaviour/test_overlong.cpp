@@ -1,0 +1,238 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+// Overlong texts, null texts and junk files against the behaviour engine's
+// text-taking entry points. Output buffers are heap blocks of exactly the
+// documented capacity so that the address sanitizer sees any overrun.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "KActionRow.h"
+#include "KFIFO.h"
+#include "KInputRecord.h"
+#include "TestSupport.h"
+
+namespace {
+
+using kutil::test::readLines;
+using kutil::test::TempDir;
+using kutil::test::writeFile;
+
+constexpr std::size_t kLong = 10000;
+
+std::string longText(char c = 'a', std::size_t n = kLong) { return std::string(n, c); }
+
+// A caller buffer of exactly `capacity` bytes, pre-filled with a marker.
+class OutBuffer {
+ public:
+  explicit OutBuffer(std::size_t capacity) : m_bytes(capacity, '#') {}
+  char* data() { return m_bytes.data(); }
+  bool terminated() const { return std::memchr(m_bytes.data(), '\0', m_bytes.size()) != nullptr; }
+  bool untouched() const {
+    for (char c : m_bytes)
+      if (c != '#') return false;
+    return true;
+  }
+  std::string str() const { return terminated() ? std::string(m_bytes.data()) : std::string(); }
+
+ private:
+  std::vector<char> m_bytes;
+};
+
+std::string junkBytes() {
+  std::string junk;
+  for (int i = 0; i < 4096; ++i) junk += static_cast<char>((i * 131 + 7) & 0xff);
+  junk += "\n[CM][[[]]][MG][999999999999][TX][-4]\n[CM][1]";
+  return junk;
+}
+
+// ---- FIFO ----
+
+TEST(CKFIFOOverlong, TextsAreCutToTheSlotAndPoppedIntoExactBuffers) {
+  CKFIFO fifo;
+  fifo.FIInitialise();
+  const _D3DVECTOR v = {1.0f, 2.0f, 3.0f};
+  ASSERT_EQ(fifo.FIPushFIFOCommand(33, 1.0f, longText('a').c_str(), 0), 1);
+  ASSERT_EQ(fifo.FIPushFIFOCommand(34, 1.0f, &v, longText('b').c_str(), 0), 1);
+  ASSERT_EQ(fifo.FIPushFIFOCommand(35, 1.0f, nullptr, nullptr, 0), 1);
+  ASSERT_EQ(fifo.FIPushFIFOCommand(36, 1.0f, nullptr, 0), 1);
+
+  int code = 0;
+  int flags = 0;
+  float magnitude = 0.0f;
+  _D3DVECTOR vector = {};
+  OutBuffer peeked(KFI_TEXT_LEN + 1);
+  ASSERT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude, peeked.data(), &flags), 1);
+  EXPECT_EQ(peeked.str(), longText('a', KFI_TEXT_LEN));
+
+  // Full-length texts survive both ways of moving commands between queues.
+  CKFIFO copied;
+  copied.FIInitialise();
+  EXPECT_EQ(fifo.FIPeekFIFOTo(&copied, KFI_SELECT_ALL, KFI_MODE_KEEP), 1);
+  CKFIFO moved;
+  moved.FIInitialise();
+  EXPECT_EQ(moved.FIUpdateFIFOFrom(&fifo, 1), 1);
+  EXPECT_EQ(fifo.FITestFIFOCommandPipe(), 0);
+
+  const char fills[] = {'a', 'b', '\0', '\0'};
+  for (CKFIFO* queue : {&copied, &moved}) {
+    for (char fill : fills) {
+      OutBuffer text(KFI_TEXT_LEN + 1);
+      ASSERT_EQ(queue->FIPopFIFOCommand(&code, &magnitude, &vector, text.data(), &flags), 1);
+      EXPECT_EQ(text.str(), fill ? longText(fill, KFI_TEXT_LEN) : std::string());
+    }
+    OutBuffer empty(KFI_TEXT_LEN + 1);
+    EXPECT_EQ(queue->FIPopFIFOCommand(&code, &magnitude, &vector, empty.data(), &flags), 0);
+    EXPECT_TRUE(empty.untouched());
+  }
+  EXPECT_EQ(moved.FIPopFIFOCommand(&code, &magnitude, nullptr, &flags), 0);
+}
+
+// ---- Action rows ----
+
+TEST(CKActionRowOverlong, SettersKeepTheirCapacityAndGettersFitExactBuffers) {
+  CKActionRow row;
+  const std::string text = longText('t');
+  ASSERT_EQ(row.ARSetGrouping(text.c_str()), 1);
+  ASSERT_EQ(row.ARSetCallStack(text.c_str()), 1);
+  ASSERT_EQ(row.ARSetTextData(text.c_str()), 1);
+  ASSERT_EQ(row.ARSetRunState(text.c_str()), 1);
+
+  OutBuffer grouping(KAR_GROUPING_LEN + 1);
+  OutBuffer callStack(KAR_CALLSTACK_LEN + 1);
+  OutBuffer textData(KAR_TEXTDATA_LEN + 1);
+  OutBuffer runState(KAR_RUNSTATE_LEN + 1);
+  ASSERT_EQ(row.ARGetGrouping(grouping.data()), 1);
+  ASSERT_EQ(row.ARGetCallStack(callStack.data()), 1);
+  ASSERT_EQ(row.ARGetTextData(textData.data()), 1);
+  ASSERT_EQ(row.ARGetRunState(runState.data()), 1);
+  EXPECT_EQ(grouping.str(), longText('t', KAR_GROUPING_LEN));
+  EXPECT_EQ(callStack.str(), longText('t', KAR_CALLSTACK_LEN));
+  EXPECT_EQ(textData.str(), longText('t', KAR_TEXTDATA_LEN));
+  EXPECT_EQ(runState.str(), longText('t', KAR_RUNSTATE_LEN));
+
+  // Null texts are refused and change nothing; a copy keeps the full-length fields.
+  EXPECT_EQ(row.ARSetGrouping(nullptr), 0);
+  EXPECT_EQ(row.ARSetCallStack(nullptr), 0);
+  EXPECT_EQ(row.ARSetTextData(nullptr), 0);
+  EXPECT_EQ(row.ARSetRunState(nullptr), 0);
+  CKActionRow copy;
+  ASSERT_EQ(copy.ARCopyFrom(&row), 1);
+  OutBuffer copied(KAR_TEXTDATA_LEN + 1);
+  ASSERT_EQ(copy.ARGetTextData(copied.data()), 1);
+  EXPECT_EQ(copied.str(), longText('t', KAR_TEXTDATA_LEN));
+  OutBuffer copiedGroup(KAR_GROUPING_LEN + 1);
+  ASSERT_EQ(copy.ARGetGrouping(copiedGroup.data()), 1);
+  EXPECT_EQ(copiedGroup.str(), longText('t', KAR_GROUPING_LEN));
+}
+
+TEST(CKActionRowOverlong, KeywordsFitTheirDocumentedCapacities) {
+  for (int code = -2; code < 100; ++code) {
+    OutBuffer rowType(3);
+    OutBuffer event(9);
+    OutBuffer action(9);
+    OutBuffer motion(11);
+    if (CKActionRow::ARGetTextForRowType(code, rowType.data())) EXPECT_TRUE(rowType.terminated()) << code;
+    else EXPECT_TRUE(rowType.untouched()) << code;
+    if (CKActionRow::ARGetTextForEventType(code, event.data())) {
+      EXPECT_TRUE(event.terminated()) << code;
+      int back = -1;
+      EXPECT_EQ(CKActionRow::ARGetEventTypeFromText(&back, event.str().c_str()), 1);
+      EXPECT_EQ(back, code);
+    } else {
+      EXPECT_TRUE(event.untouched()) << code;
+    }
+    if (CKActionRow::ARGetTextForActionType(code, action.data())) EXPECT_TRUE(action.terminated()) << code;
+    else EXPECT_TRUE(action.untouched()) << code;
+    if (CKActionRow::ARGetTextForMotionType(code, motion.data())) EXPECT_TRUE(motion.terminated()) << code;
+    else EXPECT_TRUE(motion.untouched()) << code;
+  }
+  int code = 7;
+  EXPECT_EQ(CKActionRow::ARGetEventTypeFromText(&code, ("select" + longText('x')).c_str()), 0);
+  EXPECT_EQ(CKActionRow::ARGetEventTypeFromText(&code, nullptr), 0);
+  EXPECT_EQ(code, 7);
+}
+
+// ---- Input recorder ----
+
+TEST(CKInputRecordOverlong, FileNameIsKeptWithinItsField) {
+  CKInputRecord recorder;
+  ASSERT_EQ(recorder.IRSetFileName(longText('f').c_str(), KIR_MODE_PLAY), 1);
+  OutBuffer name(KIR_TEXT_LEN + 1);
+  ASSERT_EQ(recorder.IRGetFileName(name.data()), 1);
+  EXPECT_EQ(name.str(), longText('f', KIR_TEXT_LEN));
+  // The cut name names no file: playback simply has nothing.
+  int code = -1;
+  int flags = -1;
+  OutBuffer text(KIR_TEXT_LEN + 1);
+  EXPECT_EQ(recorder.IRGetCommand(&code, &flags, text.data()), 0);
+  EXPECT_TRUE(text.untouched());
+  EXPECT_EQ(recorder.IRSetFileName(nullptr, KIR_MODE_PLAY), 0);
+  OutBuffer again(KIR_TEXT_LEN + 1);
+  ASSERT_EQ(recorder.IRGetFileName(again.data()), 1);
+  EXPECT_EQ(again.str(), longText('f', KIR_TEXT_LEN));
+}
+
+TEST(CKInputRecordOverlong, StoredLongTextsPlayBackCutToTheField) {
+  TempDir dir;
+  const std::string file = dir.file("input.rec");
+  {
+    CKInputRecord recorder;
+    ASSERT_EQ(recorder.IRSetFileName(file.c_str(), KIR_MODE_STORE), 1);
+    EXPECT_EQ(recorder.IRStoreCommand(31, 0, longText('p').c_str(), 0), 1);
+    EXPECT_EQ(recorder.IRStoreCommand(31, 0, longText('p').c_str(), 0), 1);
+    EXPECT_EQ(recorder.IRStoreCommand(32, 1, nullptr, 0), 1);
+    EXPECT_EQ(recorder.IRStoreCommand(33, 0, (longText('q', 100) + "\n" + longText('r')).c_str(), 0), 1);
+    EXPECT_EQ(recorder.IRTerminate(), 1);
+  }
+  for (const std::string& line : readLines(file)) EXPECT_LT(line.size(), static_cast<std::size_t>(KIR_LINE_LEN));
+
+  CKInputRecord player;
+  ASSERT_EQ(player.IRSetFileName(file.c_str(), KIR_MODE_PLAY), 1);
+  const struct {
+    int code;
+    std::string text;
+  } expected[] = {{0, ""},
+                  {31, longText('p', KIR_TEXT_LEN)},
+                  {31, longText('p', KIR_TEXT_LEN)},
+                  {32, longText('p', KIR_TEXT_LEN)},
+                  {33, longText('q', 100)}};
+  for (const auto& want : expected) {
+    int code = 0;
+    int flags = 0;
+    OutBuffer text(KIR_TEXT_LEN + 1);
+    ASSERT_EQ(player.IRGetCommand(&code, &flags, text.data()), 1);
+    EXPECT_EQ(code, want.code);
+    EXPECT_EQ(text.str(), want.text);
+  }
+  int code = 0;
+  int flags = 0;
+  OutBuffer end(KIR_TEXT_LEN + 1);
+  EXPECT_EQ(player.IRGetCommand(&code, &flags, end.data()), 0);
+  EXPECT_EQ(player.IRGetCommand(nullptr, &flags, end.data()), 0);
+  EXPECT_EQ(player.IRGetCommand(&code, &flags, nullptr), 0);
+}
+
+TEST(CKInputRecordOverlong, LongLinesAndJunkEndPlaybackCleanly) {
+  TempDir dir;
+  const std::string tooLong = "[CM][2]31[MG][1]0[TX][10000]" + longText('x') + "[RP][1]0\n[CM][2]32[MG][1]0[TX][1]y[RP][1]0\n";
+  const std::string hugeLength = "[CM][2]31[MG][1]0[TX][99999999999]z[RP][1]0\n";
+  const std::string inputs[] = {tooLong, hugeLength, junkBytes(), longText('\n'), ""};
+  for (const std::string& content : inputs) {
+    const std::string file = dir.file("in.rec");
+    ASSERT_TRUE(writeFile(file, content));
+    CKInputRecord player;
+    ASSERT_EQ(player.IRSetFileName(file.c_str(), KIR_MODE_PLAY), 1);
+    for (int i = 0; i < 64; ++i) {
+      int code = 0;
+      int flags = 0;
+      OutBuffer text(KIR_TEXT_LEN + 1);
+      if (player.IRGetCommand(&code, &flags, text.data()) == 0) break;
+      EXPECT_TRUE(text.terminated());
+    }
+  }
+}
+
+}  // namespace
