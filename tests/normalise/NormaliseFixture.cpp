@@ -34,7 +34,8 @@ std::vector<std::string> rowTexts(const std::string& path) {
   return texts;
 }
 
-void writeShape(const std::string& path, const std::string& front, const std::string& back, const std::string& wrap) {
+void writeShape(const std::string& path, const std::string& front, const std::string& back,
+                const std::string& wrap) {
   CKVGen shape;
   shape.KVInitialise();
   const _D3DVECTOR seed[] = {{0, 0, 0}, {1, 0, 0}, {1, 0, 1}, {0, 0, 1}};

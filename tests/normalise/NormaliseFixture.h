@@ -35,7 +35,8 @@ std::string joinLines(std::initializer_list<std::string> lines);
 std::vector<std::string> rowTexts(const std::string& path);
 
 /// Saves a shape file with a square seed and the given front, back and wrap textures.
-void writeShape(const std::string& path, const std::string& front, const std::string& back, const std::string& wrap);
+void writeShape(const std::string& path, const std::string& front, const std::string& back,
+                const std::string& wrap);
 
 /// The front, back and wrap textures of a shape file (a failed restore is a test failure).
 std::vector<std::string> shapeTextures(const std::string& path);

@@ -20,19 +20,16 @@ using kutil::test::makeSubDir;
 using kutil::test::readFile;
 using kutil::test::rowTexts;
 using kutil::test::shapeTextures;
-using kutil::test::writeShape;
 using kutil::test::TempDir;
 using kutil::test::writeFile;
+using kutil::test::writeShape;
 using Texts = std::vector<std::string>;
-
 
 std::string comment() {
   char text[264] = "";
   KUGetComment(text);
   return text;
 }
-
-
 
 class BehaviourFile : public kutil::test::NormaliseTest {
  protected:
@@ -48,21 +45,35 @@ TEST_F(BehaviourFile, ConvertRelativisesFileActionsButNeverCallOrPing) {
   std::string c = makeSubDir(m_dir, "content");
   std::string home = makeSubDir(m_dir, "kaldo");
   ASSERT_EQ(KUSetNormalisationVariables("/w", "/w/s", "/p", home.substr(0, home.size() - 1).c_str()), 1);
-  std::string path = kvc("door.kvc",
-                         "ON select REPLACE \"" + c + "box.kwq\"\n"
-                         "ON open PLAY \"" + c + "bump.wav\"\n"
-                         "ON collide RUN \"" + home + "tool.exe\"\n"
-                         "ON copy GOTO \"" + c + "hall.kwq\"\n"
-                         "ON cut PLAYBACK \"" + c + "walk.kiq\"\n"
-                         "ON delete USERGOTO \"" + c + "x.kwq\"\n"
-                         "ON ping CALL \"" + c + "spin.wav\"\n"
-                         "ON property PING \"" + c + "obj.kwq\"\n"
-                         "ON impact LOAD \"?KALDOKWQDIR?done.kwq\"\n");
+  std::string path = kvc("door.kvc", "ON select REPLACE \"" + c +
+                                         "box.kwq\"\n"
+                                         "ON open PLAY \"" +
+                                         c +
+                                         "bump.wav\"\n"
+                                         "ON collide RUN \"" +
+                                         home +
+                                         "tool.exe\"\n"
+                                         "ON copy GOTO \"" +
+                                         c +
+                                         "hall.kwq\"\n"
+                                         "ON cut PLAYBACK \"" +
+                                         c +
+                                         "walk.kiq\"\n"
+                                         "ON delete USERGOTO \"" +
+                                         c +
+                                         "x.kwq\"\n"
+                                         "ON ping CALL \"" +
+                                         c +
+                                         "spin.wav\"\n"
+                                         "ON property PING \"" +
+                                         c +
+                                         "obj.kwq\"\n"
+                                         "ON impact LOAD \"?KALDOKWQDIR?done.kwq\"\n");
   ASSERT_EQ(KUConvertKCVToRelative(path.c_str()), 1);
   EXPECT_EQ(rowTexts(path), (Texts{"?KALDOKWQDIR?box.kwq", "?KALDOKWQDIR?bump.wav",
-                                   "?KALDOHOMEDIR?" + std::string(1, kSep) + "tool.exe", "?KALDOKWQDIR?hall.kwq",
-                                   "?KALDOKWQDIR?walk.kiq", "?KALDOKWQDIR?x.kwq", c + "spin.wav", c + "obj.kwq",
-                                   "?KALDOKWQDIR?done.kwq"}));
+                                   "?KALDOHOMEDIR?" + std::string(1, kSep) + "tool.exe",
+                                   "?KALDOKWQDIR?hall.kwq", "?KALDOKWQDIR?walk.kiq", "?KALDOKWQDIR?x.kwq",
+                                   c + "spin.wav", c + "obj.kwq", "?KALDOKWQDIR?done.kwq"}));
   EXPECT_EQ(comment(), path);
   EXPECT_FALSE(fileExists(path + ".TMP"));
   EXPECT_EQ(KUIsKCVFileNormalised(path.c_str()), 1);
@@ -200,10 +211,17 @@ TEST_F(BehaviourFile, GatheringTwiceRecopiesFilesButNotBehaviourFiles) {
   writeFile(source + "c.wav", "c1");
   writeFile(source + "b.kvc", "ON select PLAY \"" + source + "c.wav\"\n");
   writeFile(target + "d.wav", "already here");
-  const std::string rows = "ON select PLAY \"" + source + "a.wav\"\n"
-                           "ON open LOAD \"" + source + "b.kvc\"\n"
-                           "ON copy PLAY \"" + source + "missing.wav\"\n"
-                           "ON cut PLAY \"" + target + "d.wav\"\n"
+  const std::string rows = "ON select PLAY \"" + source +
+                           "a.wav\"\n"
+                           "ON open LOAD \"" +
+                           source +
+                           "b.kvc\"\n"
+                           "ON copy PLAY \"" +
+                           source +
+                           "missing.wav\"\n"
+                           "ON cut PLAY \"" +
+                           target +
+                           "d.wav\"\n"
                            "ON ping CALL spin\n";
   std::string path = kvc("door.kvc", rows);
   auto gather = [&]() {

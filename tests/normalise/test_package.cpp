@@ -24,14 +24,12 @@ using kutil::test::readFile;
 using kutil::test::readLines;
 using kutil::test::rowTexts;
 using kutil::test::shapeTextures;
-using kutil::test::writeShape;
 using kutil::test::TempDir;
 using kutil::test::writeFile;
+using kutil::test::writeShape;
 using Texts = std::vector<std::string>;
 
 constexpr const char* kFaces[] = {"fw", "rh", "bk", "lf", "up", "dn"};
-
-
 
 // Every line of every file below dir that mentions text.
 Texts linesMentioning(const std::string& dir, const std::string& text) {
@@ -63,13 +61,18 @@ TEST_F(Package, GatherRelativiseMoveAndResolve) {
   writeShape(shapes + "box.ksf", tex + "wood.bmp", tex + "sky.anb", "");
   writeFile(sounds + "bump.wav", "bump");
   writeFile(home + "viewer.exe", "viewer");
-  writeFile(behave + "room.kvc", "ON select LOAD \"" + behave + "door.kvc\"\nON open PLAY \"" + sounds + "bump.wav\"\n");
-  writeFile(behave + "door.kvc",
-            "ON select REPLACE \"" + shapes + "box.ksf\"\n"
-            "ON open LOAD \"" + behave + "room.kvc\"\n"
-            "ON collide PLAY \"" + sounds + "bump.wav\"\n"
-            "ON ping CALL spin\n"
-            "IN spin PING hall\n");
+  writeFile(behave + "room.kvc",
+            "ON select LOAD \"" + behave + "door.kvc\"\nON open PLAY \"" + sounds + "bump.wav\"\n");
+  writeFile(behave + "door.kvc", "ON select REPLACE \"" + shapes +
+                                     "box.ksf\"\n"
+                                     "ON open LOAD \"" +
+                                     behave +
+                                     "room.kvc\"\n"
+                                     "ON collide PLAY \"" +
+                                     sounds +
+                                     "bump.wav\"\n"
+                                     "ON ping CALL spin\n"
+                                     "IN spin PING hall\n");
   writeFile(scenes + "hall.ksl", "# hall\n\n" + behave + "door.kvc\n" + home + "viewer.exe\n");
 
   // Gather: the list, then the behaviour files with their shapes and animations.
@@ -84,7 +87,8 @@ TEST_F(Package, GatherRelativiseMoveAndResolve) {
   EXPECT_EQ(KUIsKSLFileNormalised(list), 1);
   EXPECT_EQ(KUIsKCVFileNormalised((package + "room.kvc").c_str()), 1);
   EXPECT_EQ(KUIsKSFFileNormalised((package + "box.ksf").c_str()), 1);
-  EXPECT_EQ(readLines(list), (Texts{"# hall", "", "?KALDOKWQDIR?door.kvc", "?KALDOHOMEDIR?" + std::string(1, kSep) + "viewer.exe"}));
+  EXPECT_EQ(readLines(list), (Texts{"# hall", "", "?KALDOKWQDIR?door.kvc",
+                                    "?KALDOHOMEDIR?" + std::string(1, kSep) + "viewer.exe"}));
   EXPECT_EQ(readLines(package + "sky.anb"),
             (Texts{"# sky animation", "?KALDOKWQDIR?sky_fw.bmp", "", "?KALDOKWQDIR?cloud.bmp"}));
   EXPECT_EQ(linesMentioning(package, root.path()), Texts{});
@@ -93,7 +97,8 @@ TEST_F(Package, GatherRelativiseMoveAndResolve) {
   TempDir elsewhere;
   const std::string arrived = elsewhere.file("arrived") + kSep;
   fs::rename(fs::path(package).parent_path(), elsewhere.file("arrived"));
-  for (const char* dir : {"behave", "shapes", "tex", "sky", "sounds", "scenes"}) fs::remove_all(root.file(dir));
+  for (const char* dir : {"behave", "shapes", "tex", "sky", "sounds", "scenes"})
+    fs::remove_all(root.file(dir));
 
   // Resolve against the new place.
   const std::string movedList = arrived + "hall.ksl";
@@ -111,7 +116,8 @@ TEST_F(Package, GatherRelativiseMoveAndResolve) {
   const Texts frames = readLines(arrived + "sky.anb");
   EXPECT_EQ(frames, (Texts{"# sky animation", arrived + "sky_fw.bmp", "", arrived + "cloud.bmp"}));
 
-  Texts names = {listLines[2], listLines[3], door[0], door[1], door[2], textures[0], textures[1], frames[1], frames[3]};
+  Texts names = {listLines[2], listLines[3], door[0],   door[1],  door[2],
+                 textures[0],  textures[1],  frames[1], frames[3]};
   for (const char* face : kFaces) names.push_back(arrived + "sky_" + face + ".bmp");
   for (const std::string& name : names) EXPECT_EQ(KUIsFileReadable(name.c_str()), 1) << name;
   EXPECT_EQ(readFile(arrived + "sky_dn.bmp"), "face dn");

@@ -39,8 +39,9 @@ TEST_F(SceneList, ConvertKeepsCommentsAndNormalisesLineEnds) {
   list("# scene list\r\n\r\n" + home + "viewer.exe\r\n" + scenes + "hall.kwq\r\n");
   EXPECT_EQ(KUIsKSLFileNormalised(m_path.c_str()), 0);
   ASSERT_EQ(KUConvertKSLToRelative(m_path.c_str()), 1);
-  EXPECT_EQ(readFile(m_path), joinLines({"# scene list", "", "?KALDOHOMEDIR?" + std::string(1, kSep) + "viewer.exe",
-                                         "?KALDOKWQDIR?hall.kwq"}));
+  EXPECT_EQ(readFile(m_path),
+            joinLines({"# scene list", "", "?KALDOHOMEDIR?" + std::string(1, kSep) + "viewer.exe",
+                       "?KALDOKWQDIR?hall.kwq"}));
   EXPECT_EQ(KUIsKSLFileNormalised(m_path.c_str()), 1);
   EXPECT_FALSE(fileExists(m_path + ".TMP"));
   char comment[264];
@@ -106,8 +107,8 @@ TEST_F(SceneList, CopyPartsGathersFilesAndRewritesTheirNames) {
   ASSERT_EQ(KUCopyKSLFileParts(m_path.c_str(), package.c_str()), 1);
   EXPECT_EQ(readFile(package + "hall.kwq"), "scene");
   // A name that could not be copied still points into the package.
-  EXPECT_EQ(readLines(m_path),
-            (Lines{"# list", package + "hall.kwq", package + "gone.kwq", "/bin/tool.exe", "?KALDOKWQDIR?v.kwq"}));
+  EXPECT_EQ(readLines(m_path), (Lines{"# list", package + "hall.kwq", package + "gone.kwq", "/bin/tool.exe",
+                                      "?KALDOKWQDIR?v.kwq"}));
   EXPECT_FALSE(fileExists(m_path + ".TMP"));
 }
 
