@@ -99,8 +99,10 @@ bool copyOverwriting(const char* from, const char* to) {
   return kutil::detail::replaceByRename(to, temp);
 }
 
-// Files whose conversion is under way, so that a chain of behaviour files
-// naming each other ends even where no name in them can become a variable.
+// Files this conversion has already visited. A file counts as normalised only
+// once a name in it is a variable; files that name each other only through
+// rows that never become one (CALL, or names without a directory) would
+// otherwise be converted in a loop.
 using InProgress = std::set<std::string>;
 
 int convertKCVFile(const char* path, InProgress* inProgress);
@@ -153,8 +155,12 @@ int KURelativiseKCV(CKDecide* table) {
 }
 
 int KUConvertKCVToRelative(const char* path) {
-  InProgress inProgress;
-  return convertKCVFile(path, &inProgress);
+  try {
+    InProgress inProgress;
+    return convertKCVFile(path, &inProgress);
+  } catch (...) {  // out of memory for the visited set
+    return 0;
+  }
 }
 
 int KUIsKCVFileNormalised(const char* path) {
