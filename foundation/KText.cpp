@@ -139,14 +139,15 @@ int KUExtractField(const char* tag, const char* line, char* out, int maxLength) 
     while (p < total && line[p] != ']') ++p;
     if (line[p] != ']') return 0;
     ++p;
-    // A negative length cannot be walked; treat it as a broken line.
-    if (count < 0) return 0;
     if (matched) {
+      // A negative length copies nothing but still finds the segment.
       if (count > maxLength) count = maxLength;
       if (count < 0) count = 0;
       KUSafeStrncpy(out, line + p, static_cast<int>(count));
       return 1;
     }
+    // A negative length cannot be walked past; treat it as a broken line.
+    if (count < 0) return 0;
     if (static_cast<unsigned long long>(count) > total - p) return 0;
     p += static_cast<std::size_t>(count);
   }

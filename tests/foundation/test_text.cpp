@@ -77,6 +77,9 @@ TEST(KUSegments, ExtractFieldWalksSegments) {
   // A length running past the line's end is clipped at the terminator.
   EXPECT_EQ(KUExtractField("[A]", "[A][50]abc", out, 276), 1);
   EXPECT_STREQ(out, "abc");
+  // A negative length on the wanted segment still finds it, empty.
+  EXPECT_EQ(KUExtractField("[A]", "[A][-2]xy", out, 276), 1);
+  EXPECT_STREQ(out, "");
 }
 
 TEST(KUSegments, ExtractFieldFailsOnBrokenLinesWithoutTouchingOut) {
