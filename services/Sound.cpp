@@ -134,7 +134,9 @@ int CKSound::SORequestSound(const char* file, int priority) {
 int CKSound::SOPlaySound() {
   // A frequency below 1 would divide by zero; it draws no background sound.
   const long long period = static_cast<long long>(m_backgroundFrequency) * 3 * 10;
-  if (m_background && period > 0 && std::rand() % period == 0) {
+  // With both places taken a hit draws no entry at all: no second rand(), the cursor stays.
+  if (m_background && period > 0 && std::rand() % period == 0 &&
+      (m_current[0] == '\0' || m_queued[0] == '\0')) {
     const int wanted = m_backgroundCount > 0 ? std::rand() % m_backgroundCount : 0;
     BackgroundEntry* entry = m_background;
     for (int i = 0; entry && i < wanted; ++i) entry = entry->next;
@@ -145,7 +147,7 @@ int CKSound::SOPlaySound() {
       if (m_current[0] == '\0') {
         setText(m_current, entry->file);
         m_currentPriority = 0;
-      } else if (m_queued[0] == '\0') {
+      } else {
         setText(m_queued, entry->file);
         m_queuedPriority = 0;
       }
