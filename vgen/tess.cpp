@@ -172,7 +172,8 @@ void collectCandidates(const std::vector<_D3DVECTOR>& seed, const std::vector<_D
   }
 }
 
-// Self-crossing outline: two polygon edges without a common vertex that cross.
+// Self-crossing outline: two polygon edges without a common vertex that cross,
+// each pair tested once with the earlier edge (in list order) first.
 bool outlineCrossesItself(const std::vector<TessSegment>& segments, const std::vector<_D3DVECTOR>& laid,
                           TessFootPrint& fp) {
   std::vector<TessLine> edges;
