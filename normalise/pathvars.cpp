@@ -49,10 +49,11 @@ bool beginsWith(const char* text, const char* prefix) {
   return std::strncmp(text, prefix, std::strlen(prefix)) == 0;
 }
 
-// An empty directory would match every name and hide the later prefixes.
+// An empty directory begins every name (KUstrNIcmp over no characters is 1),
+// so it ends the search without a replacement: hosts set real directories.
 bool beginsWithDirectory(const char* fileName, const char* directory) {
   std::size_t n = std::strlen(directory);
-  return n > 0 && KUstrNIcmp(fileName, directory, static_cast<int>(n)) == 1;
+  return KUstrNIcmp(fileName, directory, static_cast<int>(n)) == 1;
 }
 
 bool isProgramOrShortcut(int type) { return type == 1 || type == 6 || type == 7 || type == 8 || type == 14; }

@@ -91,10 +91,12 @@ TEST_F(KUPathVars, RealDirectoriesOfThisMachine) {
   EXPECT_EQ(absolute("/scenes/a.kwq", "?KALDOKWQDIR?b.bmp", 1), "/scenes/b.bmp");
   EXPECT_EQ(absolute(homeDir + "/x", "?KALDOHOMEDIR?/bin/viewer.exe", 1), homeDir + "/bin/viewer.exe");
 
-  // Empty directories match nothing rather than everything.
-  ASSERT_EQ(KUSetNormalisationVariables(nullptr, "", "", "/opt/kaldo"), 1);
+  // An empty directory begins every name: the search stops there, unreplaced.
+  ASSERT_EQ(KUSetNormalisationVariables("/usr", nullptr, "", "/opt/kaldo"), 1);
   EXPECT_EQ(relative("/opt/kaldo/k.exe"), "?KALDOHOMEDIR?/k.exe");
-  EXPECT_EQ(relative("/elsewhere/k.exe"), "/elsewhere/k.exe");
+  char text[264] = "/usr/bin/k.exe";
+  EXPECT_EQ(KUSubstitute4Directory(text), 0);
+  EXPECT_STREQ(text, "/usr/bin/k.exe");
 
   // Overlong directories are kept within the table.
   std::string huge(1000, 'd');
