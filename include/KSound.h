@@ -24,7 +24,7 @@ class KUTIL_API CKSound {
   /// Replaces the background list by the readable files named in a list file; 0 for an empty path or an
   /// unopenable file (the list then stays empty), else 1.
   int SOLoadBackgroundList(const char* path, int frequency);
-  /// Queues a sound file by priority (at most 259 characters kept); always 1.
+  /// Queues a sound file by priority (at most 260 characters kept); always 1.
   int SORequestSound(const char* file, int priority);
   /// Now and then draws a background sound, then plays the current sound and moves the queue up;
   /// 0 when there is nothing to play, else 1 when played (or when disabled), 0 when playing failed.
