@@ -361,7 +361,7 @@ int checkMarkers(const std::string& path) {
     bool known = false;
     for (const char* t : intTags) {
       if (tag != t) continue;
-      long n = 0;
+      long long n = 0;
       if (!parseInt(value, &n)) return fail(where + "the field " + tag + " holds " + inQuotes(value) + ", not a whole number.");
       int* target = tag == "[MKI]" ? &item.indexNumber : tag == "[MKS]" ? &item.sector : &item.valueV;
       *target = static_cast<int>(n);
@@ -402,7 +402,7 @@ int checkRecording(const std::string& path) {
     }
     for (const char* tag : {"[CM]", "[MG]", "[RP]"}) {
       char value[KIR_TEXT_LEN + 1] = {0};
-      long n = 0;
+      long long n = 0;
       if (!KUExtractField(tag, lines[i].c_str(), value, KIR_TEXT_LEN) || !parseInt(value, &n)) {
         if (std::string(tag) == "[CM]" && !lines[i].empty()) {
           return fail(where + "the line has no command ([CM]), so playback would stop here.");
@@ -429,7 +429,7 @@ int checkInfoSheet(const std::string& path) {
   std::string content;
   if (!readFile(path, &content)) return fail(path + ": the info sheet cannot be read.");
   const std::vector<std::string> lines = splitLines(content);
-  std::map<long, std::size_t> ids;
+  std::map<long long, std::size_t> ids;
   std::size_t messages = 0;
   for (std::size_t i = 0; i < lines.size(); ++i) {
     const std::string& line = lines[i];
@@ -441,7 +441,7 @@ int checkInfoSheet(const std::string& path) {
       warn(where + "the line lacks an [iid] or [itx] segment and is skipped.");
       continue;
     }
-    long n = 0;
+    long long n = 0;
     if (!parseInt(id, &n) || n < 0) {
       warn(where + "the id " + inQuotes(id) + " is not a whole number.");
       continue;

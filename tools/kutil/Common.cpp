@@ -157,11 +157,11 @@ std::string commandName(int code) {
   return std::string();
 }
 
-bool parseInt(const std::string& text, long* value) {
+bool parseInt(const std::string& text, long long* value) {
   if (text.empty()) return false;
   errno = 0;
   char* end = nullptr;
-  const long v = std::strtol(text.c_str(), &end, 10);
+  const long long v = std::strtoll(text.c_str(), &end, 10);
   if (errno != 0 || end == text.c_str() || *end != '\0') return false;
   *value = v;
   return true;
@@ -178,7 +178,7 @@ bool parseFloat(const std::string& text, double* value) {
 }
 
 bool parseCommandCode(const std::string& text, int* code) {
-  long number = 0;
+  long long number = 0;
   if (parseInt(text, &number)) {
     *code = static_cast<int>(number);
     return true;

@@ -50,7 +50,7 @@ std::string commandName(int code);
 /// Reads a command code given as a number, a motion keyword, an event keyword or a request keyword.
 bool parseCommandCode(const std::string& text, int* code);
 /// Parses a whole decimal integer; false on anything else.
-bool parseInt(const std::string& text, long* value);
+bool parseInt(const std::string& text, long long* value);
 /// Parses a whole floating-point number; false on anything else.
 bool parseFloat(const std::string& text, double* value);
 

@@ -19,7 +19,17 @@ constexpr int kTrailingTicks = 5;
 constexpr int kDefaultTicks = 10;
 
 void printCommandHeader(const char* first, const char* amount) {
-  std::printf("%5s  %4s  %-10s  %-9s  %s\n", first, "code", "command", amount, "text");
+  std::printf("%5s  %4s  %-10s  %-9s  text\n", first, "code", "command", amount);
+}
+
+// One aligned line of the readable form, without trailing blanks.
+void printRow(int counter, int code, const std::string& name, const std::string& amount, const std::string& text) {
+  char line[64];
+  std::snprintf(line, sizeof line, "%5d  %4d  %-10s  %-9s  ", counter, code, name.empty() ? "?" : name.c_str(),
+                amount.c_str());
+  std::string out = std::string(line) + text;
+  while (!out.empty() && out.back() == ' ') out.pop_back();
+  std::printf("%s\n", out.c_str());
 }
 
 void printCommand(bool json, const char* counterName, int counter, int code, double magnitude, int flags,
@@ -30,15 +40,14 @@ void printCommand(bool json, const char* counterName, int counter, int code, dou
                 counter, code, name.empty() ? "null" : jsonString(name).c_str(), jsonNumber(magnitude).c_str(), flags,
                 jsonString(text).c_str());
   } else {
-    std::printf("%5d  %4d  %-10s  %-9s  %s\n", counter, code, name.empty() ? "?" : name.c_str(),
-                shortNumber(magnitude).c_str(), text.c_str());
+    printRow(counter, code, name, shortNumber(magnitude), text);
   }
 }
 
 // "NAME@TICK": the part after the last '@' is the tick.
 bool splitAtTick(const std::string& spec, std::string* name, int* tick) {
   const std::size_t at = spec.rfind('@');
-  long t = 0;
+  long long t = 0;
   if (at == std::string::npos || at == 0 || !parseInt(spec.substr(at + 1), &t) || t < 1 || t > 1000000) return false;
   *name = spec.substr(0, at);
   *tick = static_cast<int>(t);
@@ -129,9 +138,7 @@ int playRecording(const std::string& file, bool json) {
       std::printf("{\"index\":%d,\"code\":%d,\"command\":%s,\"flags\":%d,\"text\":%s}\n", count, code,
                   name.empty() ? "null" : jsonString(name).c_str(), flags, jsonString(text).c_str());
     } else {
-      const std::string name = commandName(code);
-      std::printf("%5d  %4d  %-10s  %-9s  %s\n", count, code, name.empty() ? "?" : name.c_str(),
-                  std::to_string(flags).c_str(), text);
+      printRow(count, code, commandName(code), std::to_string(flags), text);
     }
   }
   player.IRTerminate();
@@ -160,7 +167,7 @@ void addRunCommands(CLI::App& app, int* result) {
       RunInput in;
       std::string name;
       if (!splitAtTick(e, &name, &in.tick) || !CKActionRow::ARGetEventTypeFromText(&in.code, name.c_str())) {
-        long number = 0;
+        long long number = 0;
         if (!splitAtTick(e, &name, &in.tick) || !parseInt(name, &number)) {
           *result = usage("--event " + e + " is not NAME@TICK with an event keyword (select, deselect, property, "
                           "open, collide, impact, delete, cut, copy, ping) or code and a tick from 1.");
@@ -198,7 +205,7 @@ void addRunCommands(CLI::App& app, int* result) {
       Entry e;
       const std::size_t first = c.find(':');
       const std::string codeText = c.substr(0, first);
-      long flags = 0;
+      long long flags = 0;
       if (!parseCommandCode(codeText, &e.code)) {
         *result = usage("--command " + c + " does not begin with a command code or keyword.");
         return;

@@ -111,19 +111,19 @@ bool readSetting(const Setting& s, std::string* value) {
 }
 
 int writeSetting(const Setting& s, const std::string& value) {
-  long number = 0;
+  long long number = 0;
   const bool numeric = parseInt(value, &number);
   int ok = 0;
   switch (s.type) {
     case SettingType::Unsigned:
-      if (!numeric || number < 0 || number > 4294967295L) {
+      if (!numeric || number < 0 || number > 4294967295LL) {
         return usage(std::string(s.name) + " takes a whole number from 0, not " + value + ".");
       }
       ok = s.setUnsigned(static_cast<unsigned int>(number));
       break;
     case SettingType::Signed:
     case SettingType::Build:
-      if (!numeric || number < -2147483647L - 1 || number > 2147483647L) {
+      if (!numeric || number < -2147483647LL - 1 || number > 2147483647LL) {
         return usage(std::string(s.name) + " takes a whole number, not " + value + ".");
       }
       ok = s.setSigned(static_cast<int>(number));
