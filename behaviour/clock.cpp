@@ -375,9 +375,7 @@ class Tick {
       if (ActionRowAccess::rowType(*r) == KAR_ROW_IN && std::strcmp(ActionRowAccess::grouping(*r), name) == 0)
         return runRow(*r, depth + 1);
     }
-    // No such group: nothing will ever return to this row, so it must not wait for it.
-    setState(row, kIdle);
-    row.ARSetCallStack(kEmptyStack);
+    // No such group: the call fails and the row is left as the call set it, waiting, until a reset.
     return 0;
   }
 

@@ -144,7 +144,12 @@ TEST_F(CKDecideClock, AFailingRowStopsTheDispatchOfItsCommand) {
   rowAt(b.table, 0)->ARSetTextData("");
   EXPECT_EQ(b.tick(KAR_EVENT_SELECT), Commands{});
   EXPECT_EQ(b.tick(KAR_EVENT_OPEN), Commands{});
-  EXPECT_EQ(state(2), "idle") << "a call that found no group does not wait";
+  // A call that finds no group fails and leaves its row waiting until a reset.
+  EXPECT_EQ(state(2), "busy");
+  EXPECT_EQ(callStack(rowAt(b.table, 2)), "call.nowhere");
+  EXPECT_EQ(b.tick(KAR_EVENT_OPEN), Commands{});
+  b.tick(KAR_CMD_RESET);
+  EXPECT_EQ(state(2), "idle");
 }
 
 TEST_F(CKDecideClock, PlaybackPushesTheRecordingOneCommandPerTick) {
