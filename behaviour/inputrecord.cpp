@@ -127,13 +127,16 @@ int CKInputRecord::writePending() {
 int CKInputRecord::readLine(int* code, int* flags, char* text, int* repeats) {
   if (!std::fgets(m_line, KIR_LINE_LEN, m_stream)) return 0;
   KUNoNewLine(m_line);
-  // A line that lacks any of the four segments, or whose numbers are not numbers, is not a record:
-  // playback ends there rather than guessing.
+  // Only a line without a command segment ends the recording. A value that is no number reads as 0
+  // (KUSafeATOI); a missing flags or repeat segment counts as 0 and a missing text as empty.
   char field[KIR_TEXT_LEN + 1];
-  if (!KUExtractField("[CM]", m_line, field, KIR_TEXT_LEN) || !KUSafeATOI(field, code)) return 0;
-  if (!KUExtractField("[MG]", m_line, field, KIR_TEXT_LEN) || !KUSafeATOI(field, flags)) return 0;
-  if (!KUExtractField("[RP]", m_line, field, KIR_TEXT_LEN) || !KUSafeATOI(field, repeats)) return 0;
-  if (!KUExtractField("[TX]", m_line, text, KIR_TEXT_LEN)) return 0;
+  if (!KUExtractField("[CM]", m_line, field, KIR_TEXT_LEN)) return 0;
+  KUSafeATOI(field, code);
+  *flags = 0;
+  *repeats = 0;
+  if (KUExtractField("[MG]", m_line, field, KIR_TEXT_LEN)) KUSafeATOI(field, flags);
+  if (KUExtractField("[RP]", m_line, field, KIR_TEXT_LEN)) KUSafeATOI(field, repeats);
+  if (!KUExtractField("[TX]", m_line, text, KIR_TEXT_LEN)) text[0] = '\0';
   return 1;
 }
 
