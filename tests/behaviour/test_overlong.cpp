@@ -10,13 +10,18 @@
 #include <vector>
 
 #include "KActionRow.h"
+#include "KDecide.h"
 #include "KFIFO.h"
 #include "KInputRecord.h"
 #include "TestSupport.h"
+#include "test_decide_support.h"
 
 namespace {
 
+using kutil::test::Behaviour;
 using kutil::test::readLines;
+using kutil::test::rowAt;
+using kutil::test::rowCount;
 using kutil::test::TempDir;
 using kutil::test::writeFile;
 
@@ -233,6 +238,175 @@ TEST(CKInputRecordOverlong, LongLinesAndJunkEndPlaybackCleanly) {
       EXPECT_TRUE(text.terminated());
     }
   }
+}
+
+
+// ---- Behaviour table, file and clock ----
+
+TEST(CKDecideOverlong, TagsAndCommentStayWithinTheirFields) {
+  CKDecide table;
+  table.DEInitialise();
+  ASSERT_EQ(table.DESetDelimitingFileTag(("[" + longText('g')).c_str()), 1);
+  EXPECT_EQ(table.DESetDelimitingFileTag(nullptr), 0);
+
+  TempDir dir;
+  // The end tag is the reverse of the 15 characters kept.
+  const std::string endTag = longText('g', KDE_TAG_LEN - 1) + "[";
+  const std::string file = dir.file("tagged.kvc");
+  ASSERT_TRUE(writeFile(file, "ON select PLAY a\n" + endTag + "\nON open PLAY b\n"));
+  ASSERT_EQ(table.DELoadFromFile(file.c_str()), 1);
+  EXPECT_EQ(rowCount(table), 1);
+
+  OutBuffer comment(KDE_COMMENT_LEN + 1);
+  ASSERT_EQ(table.DEGetComment(comment.data()), 1);
+  EXPECT_TRUE(comment.terminated());
+  EXPECT_EQ(table.DEGetComment(nullptr), 0);
+}
+
+TEST(CKDecideOverlong, LongLinesFailAtTheirRemainderKeepingCutRows) {
+  TempDir dir;
+  const std::string file = dir.file("long.kvc");
+  ASSERT_TRUE(writeFile(file, "IN " + longText('g') + " PLAY \"" + longText('p') + "\"\n"));
+  CKDecide table;
+  table.DEInitialise();
+  EXPECT_EQ(table.DELoadFromFile(file.c_str()), 0);
+  unsigned int id = 0;
+  ASSERT_EQ(table.DEGetErrorID(&id), 1);
+  ASSERT_GE(rowCount(table), 1);
+  OutBuffer grouping(KAR_GROUPING_LEN + 1);
+  ASSERT_EQ(rowAt(table, 0)->ARGetGrouping(grouping.data()), 1);
+  EXPECT_EQ(grouping.str(), longText('g', KAR_GROUPING_LEN));
+  OutBuffer comment(KDE_COMMENT_LEN + 1);
+  ASSERT_EQ(table.DEGetComment(comment.data()), 1);
+  EXPECT_EQ(comment.str().size(), static_cast<std::size_t>(KDE_COMMENT_LEN));
+
+  // Tokens that nearly fill the 259-character line are kept whole.
+  const std::string quoted = dir.file("quoted.kvc");
+  ASSERT_TRUE(writeFile(quoted, "ON select PLAY \"" + longText('q', 240) + "\"\nON open RUN " + longText('r', 240) + "\n"));
+  CKDecide second;
+  second.DEInitialise();
+  ASSERT_EQ(second.DELoadFromFile(quoted.c_str()), 1);
+  OutBuffer data(KAR_TEXTDATA_LEN + 1);
+  ASSERT_EQ(rowAt(second, 0)->ARGetTextData(data.data()), 1);
+  EXPECT_EQ(data.str(), longText('q', 240));
+  OutBuffer data2(KAR_TEXTDATA_LEN + 1);
+  ASSERT_EQ(rowAt(second, 1)->ARGetTextData(data2.data()), 1);
+  EXPECT_EQ(data2.str(), longText('r', 240));
+}
+
+TEST(CKDecideOverlong, JunkFilesAndBadPathsNeverCrash) {
+  TempDir dir;
+  const std::string inputs[] = {junkBytes(), longText('\n'), longText('"'), longText(' ') + "ON", "ON " + longText('x'),
+                                "ON select FOR " + longText('9'), "ON select BY " + longText('9'),
+                                "ON select MOVE " + longText('M')};
+  for (const std::string& content : inputs) {
+    const std::string file = dir.file("junk.kvc");
+    ASSERT_TRUE(writeFile(file, content));
+    Behaviour b;
+    b.table.DELoadFromFile(file.c_str());
+    OutBuffer comment(KDE_COMMENT_LEN + 1);
+    ASSERT_EQ(b.table.DEGetComment(comment.data()), 1);
+    EXPECT_TRUE(comment.terminated());
+    for (int i = 0; i < 4; ++i) b.tick(KAR_EVENT_SELECT);
+    const std::string stored = dir.file("stored.kvc");
+    b.table.DEStoreToFile(stored.c_str());
+  }
+  CKDecide table;
+  table.DEInitialise();
+  EXPECT_EQ(table.DELoadFromFile(longText('p').c_str()), 0);
+  EXPECT_EQ(table.DELoadFromFile(static_cast<const char*>(nullptr)), 0);
+  EXPECT_EQ(table.DELoadFromFile(static_cast<std::FILE*>(nullptr)), 0);
+  EXPECT_EQ(table.DEStoreToFile(longText('p').c_str()), 0);
+  EXPECT_EQ(table.DEStoreToFile(static_cast<const char*>(nullptr)), 0);
+  EXPECT_EQ(table.DEOpenTrace(longText('p').c_str(), 1), 0);
+  EXPECT_EQ(table.DEOpenTrace(nullptr, 0), 0);
+}
+
+TEST(CKDecideOverlong, RowTextIsCutToItsCapacity) {
+  CKDecide table;
+  table.DEInitialise();
+  table.DEEnableRowNumbering();
+  auto* row = new CKActionRow;
+  row->ARSetRowType(KAR_ROW_IN);
+  row->ARSetGrouping(longText('g').c_str());
+  row->ARSetAction(KAR_ACTION_PLAYBACK);
+  row->ARSetTextData(longText('t').c_str());
+  row->ARSetRepeatClicks(2147483647);
+  ASSERT_EQ(table.DEAddActionRow(row), 1);
+  OutBuffer text(KDE_ROW_TEXT_SIZE);
+  ASSERT_EQ(table.DEWriteRow(text.data(), row, -2147483647 - 1), 1);
+  EXPECT_EQ(text.str(), "-2147483648: IN " + longText('g', KAR_GROUPING_LEN) + " PLAYBACK \"" +
+                            longText('t', KAR_TEXTDATA_LEN) + "\" FOR 2147483647 ");
+  OutBuffer none(KDE_ROW_TEXT_SIZE);
+  EXPECT_EQ(table.DEWriteRow(none.data(), nullptr, 1), 0);
+  EXPECT_TRUE(none.untouched());
+
+  // Full fields make a line longer than the reader takes at once: the reload keeps a cut row and
+  // stops at the line's remainder.
+  TempDir dir;
+  const std::string file = dir.file("full.kvc");
+  ASSERT_EQ(table.DEStoreToFile(file.c_str()), 1);
+  CKDecide again;
+  again.DEInitialise();
+  EXPECT_EQ(again.DELoadFromFile(file.c_str()), 0);
+  ASSERT_EQ(rowCount(again), 1);
+  OutBuffer data(KAR_TEXTDATA_LEN + 1);
+  ASSERT_EQ(rowAt(again, 0)->ARGetTextData(data.data()), 1);
+  EXPECT_EQ(data.str(), longText('t', data.str().size()));
+}
+
+TEST(CKDecideOverlong, MatchersTakeAnyLength) {
+  CKDecide table;
+  table.DEInitialise();
+  const std::string line = longText(' ') + "PLAYBACK" + longText('x');
+  int position = 0;
+  int action = -1;
+  ASSERT_EQ(table.DEMatchAction(line.c_str(), &position, &action), 1);
+  EXPECT_EQ(action, KAR_ACTION_PLAYBACK);
+  EXPECT_EQ(position, static_cast<int>(kLong + 8));
+  position = static_cast<int>(line.size()) + 1;
+  EXPECT_EQ(table.DEMatchAction(line.c_str(), &position, &action), 0);
+  position = -5;
+  EXPECT_EQ(table.DEMatchAction(line.c_str(), &position, &action), 0);
+  EXPECT_EQ(table.DEMatchAction(nullptr, &position, &action), 0);
+  int motion = -1;
+  EXPECT_EQ(table.DEGetMoveType(&motion, ("FORWARD" + longText('x')).c_str()), 0);
+  EXPECT_EQ(table.DEGetMoveType(&motion, nullptr), 0);
+  EXPECT_EQ(motion, -1);
+}
+
+TEST(CKDecideOverlong, ClockCarriesFullLengthTextsIntoTheOutput) {
+  TempDir dir;
+  const std::string file = dir.file("clock.kvc");
+  // The call names a group longer than the call stack can hold; the PLAYBACK names no file.
+  ASSERT_TRUE(writeFile(file, "ON open CALL " + longText('c', 200) +
+                                  "\nON cut PLAYBACK " + longText('b', 240) + "\nIN " + longText('c', 200) +
+                                  " PLAY x\nIN " + longText('c', 200) + " RETURN\n"));
+  Behaviour b;
+  ASSERT_EQ(b.table.DELoadFromFile(file.c_str()), 1);
+  // A row given an overlong text through the interface, put first so that select finds it.
+  auto* play = new CKActionRow;
+  play->ARSetRowType(KAR_ROW_ON);
+  play->ARSetEvent(KAR_EVENT_SELECT);
+  play->ARSetAction(KAR_ACTION_PLAY);
+  play->ARSetTextData(longText('p').c_str());
+  CKActionRow* first = nullptr;
+  ASSERT_EQ(b.table.DESelectFirstActionRow(&first), 1);
+  ASSERT_EQ(b.table.DEInsertActionRow(play), 1);
+  const auto played = b.tick(KAR_EVENT_SELECT);
+  ASSERT_EQ(played.size(), 1u);
+  EXPECT_EQ(played[0].text, longText('p', KFI_TEXT_LEN));
+  for (int i = 0; i < 4; ++i) {
+    b.tick(KAR_EVENT_OPEN);
+    b.tick(KAR_EVENT_CUT);
+  }
+  for (int i = 0; i < 4; ++i) {
+    OutBuffer stack(KAR_CALLSTACK_LEN + 1);
+    OutBuffer state(KAR_RUNSTATE_LEN + 1);
+    ASSERT_EQ(rowAt(b.table, i)->ARGetCallStack(stack.data()), 1);
+    ASSERT_EQ(rowAt(b.table, i)->ARGetRunState(state.data()), 1);
+  }
+  EXPECT_EQ(b.table.DEReset(), 1);
 }
 
 }  // namespace
