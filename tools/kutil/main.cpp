@@ -16,6 +16,8 @@ int main(int argc, char** argv) {
   app.set_version_flag("--version", std::string(KUTIL_VERSION_STRING));
   app.require_subcommand(1);
   app.fallthrough(false);
+  // Absolute POSIX paths (as Wine passes them) begin with '/': they are arguments, never "/option"s.
+  app.allow_windows_style_options(false);
 
   int result = kutool::kExitOk;
   kutool::addCheckCommand(app, &result);
