@@ -8,15 +8,11 @@
 
 #include "FileSystem.h"
 #include "KFile.h"
+#include "KText.h"
 
 namespace kutil::detail {
 
 bool isNameLine(const char* line) { return line != nullptr && line[0] != '\0' && line[0] != '#'; }
-
-void stripLineEnd(char* line) {
-  std::size_t n = std::strlen(line);
-  while (n > 0 && (line[n - 1] == '\n' || line[n - 1] == '\r')) line[--n] = '\0';
-}
 
 std::string temporaryName(const char* path) { return std::string(path != nullptr ? path : "") + ".TMP"; }
 
@@ -35,7 +31,7 @@ RewriteOutcome copyLinesThrough(const char* path, const std::string& temp, const
   char line[kListLineCapacity];
   while (std::fgets(line, kListLineBuffer, source) != nullptr) {
     outcome.anyLine = true;
-    stripLineEnd(line);
+    KUNoNewLine(line);  // cuts at the first CR or LF, as every list reader does
     if (isNameLine(line)) {
       switch (rewrite(line)) {
         case LineEdit::changed:

@@ -25,10 +25,6 @@ using LineRewrite = std::function<LineEdit(char* line)>;
 /// True for a name line: neither empty nor beginning with '#'.
 bool isNameLine(const char* line);
 
-/// Removes the line end of a line read with fgets: trailing CR and LF
-/// characters only, so that a stray CR inside a line keeps the rest of it.
-void stripLineEnd(char* line);
-
 /// The companion name of a file being rewritten: its path with ".TMP" appended.
 std::string temporaryName(const char* path);
 

@@ -50,7 +50,7 @@ int KUIsKSLFileNormalised(const char* path) {
   char line[kutil::detail::kListLineCapacity];
   int result = 0;
   while (result == 0 && std::fgets(line, kutil::detail::kListLineBuffer, file) != nullptr) {
-    kutil::detail::stripLineEnd(line);
+    KUNoNewLine(line);
     if (kutil::detail::isNameLine(line) && KUIsVariablised(line)) result = 1;
   }
   std::fclose(file);
