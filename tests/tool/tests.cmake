@@ -105,6 +105,9 @@ kutil_tool_test(shape_pillar_obj ARGS shape examples/pillar.ksf --obj ${tool_out
 # globe: 12 segments of 8 quads, the pole triangles collapse to one each: 12 * (6 * 2 + 2).
 kutil_tool_test(shape_globe_obj ARGS shape examples/globe.ksf --obj ${tool_out}/globe.obj
   PRODUCED ${tool_out}/globe.obj FACES 168 STDOUT_REGEX "side faces only, 168 faces \\(closed\\)")
+# The same door drawn clockwise with the other face winding: still closed and wound one way throughout.
+kutil_tool_test(shape_clockwise_obj ARGS shape ${tool_data}/door_clockwise.ksf --obj ${tool_out}/clockwise.obj
+  PRODUCED ${tool_out}/clockwise.obj FACES 32 STDOUT_REGEX "32 faces \\(closed\\)")
 kutil_tool_test(shape_broken ARGS shape ${tool_data}/broken_block.ksf --obj ${tool_out}/broken.obj EXPECT_CODE 1
   STDERR_REGEX "line 4: the tag \\[CMD\\]")
 if(WIN32)

@@ -86,7 +86,7 @@ void addTriangle(Mesh& m, std::array<int, 3> v, std::array<int, 3> t, Group g) {
   m.triangles.push_back(tri);
 }
 
-// Each undirected edge of a closed surface is shared by exactly two triangles; points that
+// A closed, consistently wound surface uses every edge once in each direction; points that
 // coincide (a lathe's poles, its last plane on its seed) count as one.
 bool isClosed(const Mesh& m) {
   if (m.triangles.empty()) return false;
@@ -100,14 +100,13 @@ bool isClosed(const Mesh& m) {
   std::map<std::pair<int, int>, int> edges;
   for (const Triangle& t : m.triangles) {
     for (int i = 0; i < 3; ++i) {
-      int a = id[t.v[i]], b = id[t.v[(i + 1) % 3]];
-      if (a == b) continue;
-      if (a > b) std::swap(a, b);
-      ++edges[{a, b}];
+      const int a = id[t.v[i]], b = id[t.v[(i + 1) % 3]];
+      if (a != b) ++edges[{a, b}];
     }
   }
   for (const auto& e : edges) {
-    if (e.second != 2) return false;
+    const auto back = edges.find({e.first.second, e.first.first});
+    if (e.second != 1 || back == edges.end() || back->second != 1) return false;
   }
   return true;
 }
