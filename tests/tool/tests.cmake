@@ -134,6 +134,12 @@ kutil_tool_test(normalise_roundtrip ARGS normalise ${tool_out}/norm/hall.ksl
   COPY_FROM ${tool_src}/examples/hall.ksl COPY_TO ${tool_out}/norm/hall.ksl
   PRE_ARGS denormalise ${tool_out}/norm/hall.ksl
   PRODUCED ${tool_out}/norm/hall.ksl EXPECT_FILE ${tool_src}/examples/hall.ksl)
+# A behaviour made absolute and normalised again names its files relative to its folder once more
+# (stored in the writer's own layout; CALL and PING texts are names, never touched).
+kutil_tool_test(normalise_behaviour ARGS normalise ${tool_out}/normkvc/door.kvc
+  COPY_FROM ${tool_src}/examples/door.kvc COPY_TO ${tool_out}/normkvc/door.kvc
+  PRE_ARGS denormalise ${tool_out}/normkvc/door.kvc
+  PRODUCED ${tool_out}/normkvc/door.kvc EXPECT_FILE ${tool_expected}/door_normalised.kvc)
 kutil_tool_test(gather ARGS gather examples/hall.ksl --into ${tool_out}/gathered CLEAN ${tool_out}/gathered
   STDOUT_REGEX "gathered examples/hall.ksl"
   EXISTS ${tool_out}/gathered/hall.ksl ${tool_out}/gathered/door.kvc ${tool_out}/gathered/oak.bmp

@@ -62,18 +62,26 @@ class Progress {
   bool m_shown = false;
 };
 
+// The library resolves names against the folder of the path it is given, so it gets absolute paths.
+std::string absolutePath(const std::string& file) {
+  std::error_code ec;
+  const fs::path p = fs::absolute(fs::path(file), ec);
+  return ec ? file : p.string();
+}
+
 int normaliseFile(const std::string& path) {
   if (!isReadable(path)) return fail(path + ": the file cannot be read.");
+  const std::string full = absolutePath(path);
   int ok = 0;
   switch (detectKind(path)) {
-    case FileKind::Behaviour: ok = KUConvertKCVToRelative(path.c_str()); break;
-    case FileKind::SceneList: ok = KUConvertKSLToRelative(path.c_str()); break;
-    case FileKind::Shape: ok = KUConvertKSFToRelative(path.c_str()); break;
+    case FileKind::Behaviour: ok = KUConvertKCVToRelative(full.c_str()); break;
+    case FileKind::SceneList: ok = KUConvertKSLToRelative(full.c_str()); break;
+    case FileKind::Shape: ok = KUConvertKSFToRelative(full.c_str()); break;
     default: return fail(path + ": only behaviour (.kvc), scene-list (.ksl) and shape (.ksf) files are normalised.");
   }
   if (!ok) {
     const std::string at = libraryComment();
-    return fail(path + ": the file could not be normalised" + (at.empty() || at == path ? "" : " (while at " + at + ")") +
+    return fail(path + ": the file could not be normalised" + (at.empty() || at == full ? "" : " (while at " + at + ")") +
                 ".");
   }
   std::printf("normalised %s\n", path.c_str());
@@ -83,22 +91,23 @@ int normaliseFile(const std::string& path) {
 int denormaliseFile(const std::string& path) {
   if (!isReadable(path)) return fail(path + ": the file cannot be read.");
   const std::string dir = absoluteDirectory(path);
+  const std::string full = absolutePath(path);
   switch (detectKind(path)) {
     case FileKind::Behaviour:
-      if (!KUDeRelativiseKCV(path.c_str())) return fail(path + ": the behaviour file could not be denormalised.");
+      if (!KUDeRelativiseKCV(full.c_str())) return fail(path + ": the behaviour file could not be denormalised.");
       break;
     case FileKind::SceneList: {
       std::string content;
       readFile(path, &content);
       // An empty list has nothing to change; the library reports it as a failure.
-      if (!splitLines(content).empty() && !KUDeRelativiseKSL(path.c_str(), kKwqDir, dir.c_str())) {
+      if (!splitLines(content).empty() && !KUDeRelativiseKSL(full.c_str(), kKwqDir, dir.c_str())) {
         return fail(path + ": the scene list could not be denormalised.");
       }
       break;
     }
     case FileKind::Shape: {
       // 0 means "nothing changed" as well as failure: a shape that restores had nothing to change.
-      if (!KUDeRelativiseKSF(dir.c_str(), path.c_str())) {
+      if (!KUDeRelativiseKSF(dir.c_str(), full.c_str())) {
         CKVGen gen;
         gen.KVInitialise();
         if (!gen.KVRestore(path.c_str())) return fail(path + ": the shape file could not be denormalised.");
