@@ -178,7 +178,9 @@ int CKVGen::KVCalcGenPlaneNormal(_D3DVECTOR* out) {
   KUVectorSubtract(&e1, &pb, &pa);
   KUVectorSubtract(&e2, &pc, &pb);
   if (KUVectorCrossProduct(&e1, &e2, &n) == 0 || KUVectorNormalise(&n) == 0) return 0;
-  if (KVCalcSeedNormal(&seed) == 0) return 0;
+  // Only the orientation is wanted from the seed: when its normal cannot be had the orientation
+  // is unknown (-1), which counts as 0, and the plane's own normal still stands.
+  KVCalcSeedNormal(&seed);
   if (m_seedOrientation == 1) {
     *out = n;
   } else {

@@ -89,6 +89,25 @@ TEST(CKVGenOrientation, InstructionsWorkInThePreviousPlanesFrame) {
   expectNear(v[2], vec(3, 2, 0));
 }
 
+TEST(CKVGenOrientation, PlaneNormalStandsWhenTheSeedNormalIsTooSmall) {
+  // A tiny tilted seed: its cross product has no component of 0.001, so the seed's normal and
+  // orientation are unknown; turned a quarter about x, the plane's own cross product is usable
+  // and is negated as for orientation 0.
+  const float turns[] = {-kPi / 4, kPi / 4};
+  const _D3DVECTOR expected[] = {vec(0, 0, -1), vec(0, 1, 0)};
+  for (int i = 0; i < 2; ++i) {
+    SCOPED_TRACE(i);
+    Gen gen;
+    addSeed(gen.g, {vec(0, 0, 0), vec(0.03f, 0, 0), vec(0, 0.03f, 0.03f)});
+    ASSERT_EQ(gen->KVTesselateSeedPlane(), 1);
+    const _D3DVECTOR axis = vec(1, 0, 0);
+    gen->KVAddInstruction(INSTR_ROTATE_AXIS, &axis, turns[i]);
+    ASSERT_EQ(gen->KVGenerate(), 1);
+    EXPECT_EQ(gen->m_seedOrientation, -1);
+    expectNear(gen->m_genPlanes->normal, expected[i]);
+  }
+}
+
 TEST(CKVGenOrientation, PlaneOutlineStartsAtVertexOneUnderReversal) {
   for (int reversed = 0; reversed < 2; ++reversed) {
     SCOPED_TRACE(reversed);
