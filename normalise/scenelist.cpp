@@ -84,7 +84,10 @@ int KUDeRelativiseKSL(const char* path, const char* variable, const char* value)
   const std::string temp = kutil::detail::temporaryName(path);
   RewriteOutcome outcome = kutil::detail::copyLinesThrough(path, temp, kAppend, [&](char* line) {
     if (!KUIsVariablised(line)) return LineEdit::kept;
-    return KUSubstitute4Variable(line, variable, value) ? LineEdit::changed : LineEdit::kept;
+    // A variablised line marks the list as changed even when the given pair
+    // does not match its variable.
+    KUSubstitute4Variable(line, variable, value);
+    return LineEdit::changed;
   });
   // Only a list with at least one line succeeds; an empty one gives 0.
   int result = outcome.sourceOpened && outcome.tempOpened && outcome.anyLine && !outcome.writeFailed ? 1 : 0;

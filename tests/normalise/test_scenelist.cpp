@@ -63,6 +63,10 @@ TEST_F(SceneList, DeRelativiseRewritesOnlyListsWithVariables) {
   list(plain);
   EXPECT_EQ(KUDeRelativiseKSL(m_path.c_str(), "?KALDOKWQDIR?", "/x/"), 1);
   EXPECT_EQ(readFile(m_path), plain);
+  // A variable the given pair does not resolve still counts as a change.
+  list("?KALDOKWQDIR?hall.kwq\r\n");
+  EXPECT_EQ(KUDeRelativiseKSL(m_path.c_str(), "?OTHER?", "/x/"), 1);
+  EXPECT_EQ(readFile(m_path), joinLines({"?KALDOKWQDIR?hall.kwq"}));
 
   list("?KALDOKWQDIR?hall.kwq\n# ?KALDOKWQDIR?kept.kwq\n?WINDOWSDIR?\\notepad.exe\n?OTHER?x\n");
   ASSERT_EQ(KUDeRelativiseKSL(m_path.c_str(), "?KALDOKWQDIR?", "/pkg/"), 1);
