@@ -7,9 +7,9 @@
 // The temporary file is opened for appending, so a companion left over from
 // an earlier run ends up in front of the new lines; the three operations also
 // differ on purpose in what an empty list gives and when the list is replaced.
-// Beyond that, a rewrite never loses the list: when the temporary file could
-// not be written completely the list is left as it was, and when the list has
-// been deleted but its copy could not be put back, the temporary file is kept.
+// Beyond that, a list is never replaced by a temporary file that could not be
+// written completely. Only the conversion keeps the temporary file when the
+// copy back fails; the other two delete it in every case.
 #include <cstdio>
 #include <cstring>
 
@@ -29,16 +29,13 @@ bool isEmpty(const char* text) { return text == nullptr || text[0] == '\0'; }
 
 const char* const kAppend = "a+";
 
-// Puts the rewritten list in place and clears up; the temporary file survives
-// only when it is the last copy of the list.
+// Puts the rewritten list in place and deletes the temporary file, whether
+// or not the copy back succeeded.
 int replaceList(const char* path, const std::string& temp) {
   bool listLost = false;
-  if (!kutil::detail::replaceByCopy(path, temp, &listLost)) {
-    if (!listLost) kutil::platform::deleteFile(temp.c_str());
-    return 0;
-  }
+  const int result = kutil::detail::replaceByCopy(path, temp, &listLost) ? 1 : 0;
   kutil::platform::deleteFile(temp.c_str());
-  return 1;
+  return result;
 }
 
 }  // namespace
