@@ -239,8 +239,9 @@ int KUDeRelativiseKSF(const char* directory, const char* shapeFile) {
 }
 
 int KUCopyKCVForNormalise(const char* targetDir, CKDecide* table) {
-  // Without a target the copies would land in the working directory.
-  if (isEmpty(targetDir) || !hasRows(table)) return 0;
+  // An empty target is the working directory: a behaviour file named without
+  // a directory gathers its parts next to itself.
+  if (targetDir == nullptr || !hasRows(table)) return 0;
   forEachRow(table, [targetDir](CKActionRow* row) {
     char name[kNameCapacity];
     char last[kNameCapacity];

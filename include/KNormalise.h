@@ -24,7 +24,7 @@ KUTIL_API int KUDeRelativiseKCV(const char* directory, CKDecide* table);
 KUTIL_API int KUDeRelativiseKCV(const char* path);
 /// Replaces "?KALDOKWQDIR?" in the shape file's textures by directory (and inside named animation files) and saves it; 1 only when something changed and the save succeeded (0 for a null directory).
 KUTIL_API int KUDeRelativiseKSF(const char* directory, const char* shapeFile);
-/// Copies every readable file the table's rows name into targetDir (ending in a separator), gathering the parts of behaviour and shape files, and points the rows at the copies; 0 for an empty targetDir or a null or empty table, else 1 (failed copies are ignored).
+/// Copies every readable file the table's rows name into targetDir (ending in a separator), gathering the parts of behaviour and shape files, and points the rows at the copies; 0 for a null targetDir or a null or empty table, else 1 (failed copies are ignored).
 KUTIL_API int KUCopyKCVForNormalise(const char* targetDir, CKDecide* table);
 /// Gathers the files a behaviour file names into the file's own directory and stores it with the new names; sets the comment to the path; 1 for an empty path, 0 when it does not load or store.
 KUTIL_API int KUCopyKCVFileParts(const char* path);

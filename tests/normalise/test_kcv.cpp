@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -245,6 +246,20 @@ TEST_F(BehaviourFile, GatheringTwiceRecopiesFilesButNotBehaviourFiles) {
   EXPECT_EQ(readFile(target + "a.wav"), "a2");
   EXPECT_EQ(rowTexts(target + "b.kvc"), (Texts{target + "c.wav"}));
   EXPECT_FALSE(fileExists(target + "a.wav.TMP"));
+}
+
+TEST_F(BehaviourFile, FileNamedWithoutDirectoryGathersIntoTheWorkingDirectory) {
+  std::string source = makeSubDir(m_dir, "source");
+  std::string package = makeSubDir(m_dir, "package");
+  writeFile(source + "a.wav", "a1");
+  writeFile(package + "door.kvc", "ON select PLAY \"" + source + "a.wav\"\n");
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(package);
+  const int result = KUCopyKCVFileParts("door.kvc");
+  std::filesystem::current_path(before);
+  EXPECT_EQ(result, 1);
+  EXPECT_EQ(readFile(package + "a.wav"), "a1");
+  EXPECT_EQ(rowTexts(package + "door.kvc"), (Texts{"a.wav"}));
 }
 
 }  // namespace
