@@ -390,12 +390,13 @@ int GKVCalculateEndPlaneVertexMappings(CKVGen* gen, int end, int tiling, float s
   gen->KVGetNumVertices(&count);
   _D3DRMBOX* box = nullptr;
   if (gen->KVGetSeedFaceBox(&box) == 0) return 0;
-  const double w = static_cast<double>(box->max.x) - box->min.x;
-  const double h = static_cast<double>(box->max.y) - box->min.y;
-  const double s = w > h ? size / w : size / h;  // a tie takes h
-  const float sf = static_cast<float>(s);
-  const double minXs = box->min.x * s, maxXs = box->max.x * s, minYs = box->min.y * s;
-  const double ws = w * s, hs = h * s;
+  const float w = box->max.x - box->min.x;
+  const float h = box->max.y - box->min.y;
+  const float sf = w > h ? size / w : size / h;  // a tie takes h
+  // The box's edges are scaled in single precision like the vertices, so that a vertex on an
+  // edge maps to exactly 0.
+  const float minXs = box->min.x * sf, maxXs = box->max.x * sf, minYs = box->min.y * sf;
+  const double ws = static_cast<double>(w * sf), hs = static_cast<double>(h * sf);
 
   if (end == 0) {
     if (gen->m_seedPlane->vertices == nullptr) return 0;
@@ -403,8 +404,8 @@ int GKVCalculateEndPlaneVertexMappings(CKVGen* gen, int end, int tiling, float s
       _D3DVECTOR p;
       KUVectorScale(&p, &v->point.position, sf);
       tagKTessVertex& t = v->point.tess;
-      t.u = (minXs - p.x) / ws * tiling;
-      t.v = (p.y - minYs) / hs * tiling;
+      t.u = (static_cast<double>(minXs) - p.x) / ws * tiling;
+      t.v = (static_cast<double>(p.y) - minYs) / hs * tiling;
       t.x = p.x;
       t.y = p.y;
       t.z = p.z;
@@ -424,8 +425,8 @@ int GKVCalculateEndPlaneVertexMappings(CKVGen* gen, int end, int tiling, float s
       KUVectorScale(&p, &seedV->point.position, sf);
       KUVectorScale(&q, &genV->point.position, sf);
       tagKTessVertex& t = genV->point.tess;
-      t.u = (p.x - maxXs) / ws * tiling;
-      t.v = (p.y - minYs) / hs * tiling;
+      t.u = (static_cast<double>(p.x) - maxXs) / ws * tiling;
+      t.v = (static_cast<double>(p.y) - minYs) / hs * tiling;
       t.x = q.x;
       t.y = q.y;
       t.z = q.z;

@@ -274,4 +274,21 @@ TEST(GKVCalculateEndPlaneVertexMappings, FrontAndBackAreMirrored) {
   gen->KVSelectSeedVertexByNumber(1);
   gen->KVGetSelectedSeedVertexTessPointer(&t);
   EXPECT_DOUBLE_EQ(t->u, -1.0);
+
+  // With a scale that floats cannot hold (1/3), the edges still map to exactly 0.
+  Gen off;
+  addSeed(off.g, {vec(1, 1, 0), vec(4, 1, 0), vec(4, 3, 0), vec(1, 3, 0)});
+  off->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
+  ASSERT_EQ(off->KVGenerate(), 1);
+  ASSERT_EQ(off->KVUpdateVertexDependencies(), 1);
+  ASSERT_EQ(GKVCalculateEndPlaneVertexMappings(&off.g, 0, 1, 1.0f), 1);
+  off->KVSelectSeedVertexByNumber(0);
+  off->KVGetSelectedSeedVertexTessPointer(&t);
+  EXPECT_EQ(t->u, 0.0);
+  EXPECT_EQ(t->v, 0.0);
+  ASSERT_EQ(GKVCalculateEndPlaneVertexMappings(&off.g, 1, 1, 1.0f), 1);
+  off->KVSelectGenVertexByNumber(1);
+  off->KVGetSelectedGenVertexTessPointer(&t);
+  EXPECT_EQ(t->u, 0.0);
+  EXPECT_EQ(t->v, 0.0);
 }
