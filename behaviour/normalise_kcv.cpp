@@ -8,7 +8,7 @@
 // once it was written completely, so a row the writer refuses or a full disk
 // never costs the original.
 #include <cstring>
-#include <set>
+#include <map>
 #include <string>
 
 #include "FileSystem.h"
@@ -99,11 +99,12 @@ bool copyOverwriting(const char* from, const char* to) {
   return kutil::detail::replaceByRename(to, temp);
 }
 
-// Files this conversion has already visited. A file counts as normalised only
-// once a name in it is a variable; files that name each other only through
-// rows that never become one (CALL, or names without a directory) would
-// otherwise be converted in a loop.
-using InProgress = std::set<std::string>;
+// Files this conversion has already visited, with their results. A file
+// counts as normalised only once a name in it is a variable; files that name
+// each other only through rows that never become one (CALL, or names without
+// a directory) would otherwise be converted in a loop.
+using InProgress = std::map<std::string, int>;
+constexpr int kUnfinished = -1;
 
 int convertKCVFile(const char* path, InProgress* inProgress);
 
@@ -112,16 +113,20 @@ int convertNested(CKDecide* original, InProgress* inProgress) {
   forEachRow(original, [&](CKActionRow* row) {
     char name[kNameCapacity];
     if (!textOf(row, name) || !KUFileHasEnding(name, ".kvc")) return;
-    if (KUIsKCVFileNormalised(name) || inProgress->count(name) != 0) return;
+    if (KUIsKCVFileNormalised(name)) return;
+    const auto seen = inProgress->find(name);
+    if (seen != inProgress->end()) {
+      // Converting a finished file again would give its earlier result; a
+      // file still being converted further up (a cycle) changes nothing.
+      if (seen->second != kUnfinished) result = seen->second;
+      return;
+    }
     result = convertKCVFile(name, inProgress);
   });
   return result;
 }
 
-int convertKCVFile(const char* path, InProgress* inProgress) {
-  if (isEmpty(path) || KUIsVariablised(path)) return 1;
-  KUSetComment(path);
-  inProgress->insert(path);
+int convertOnce(const char* path, InProgress* inProgress) {
   CKDecide working;
   working.DEInitialise();
   if (working.DELoadFromFile(path) != 1) return 0;
@@ -132,6 +137,15 @@ int convertKCVFile(const char* path, InProgress* inProgress) {
   if (KURelativiseKCV(&working) != 1 || storeSafely(&working, path) != 1) return 0;
   // The result is that of the last nested conversion.
   return convertNested(&original, inProgress);
+}
+
+int convertKCVFile(const char* path, InProgress* inProgress) {
+  if (isEmpty(path) || KUIsVariablised(path)) return 1;
+  KUSetComment(path);
+  (*inProgress)[path] = kUnfinished;
+  const int result = convertOnce(path, inProgress);
+  (*inProgress)[path] = result;
+  return result;
 }
 
 }  // namespace

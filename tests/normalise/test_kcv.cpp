@@ -138,6 +138,12 @@ TEST_F(BehaviourFile, FailedNestedConversionFailsAfterTheOuterFileIsRewritten) {
   EXPECT_EQ(KUConvertKCVToRelative(path.c_str()), 0);
   EXPECT_EQ(rowTexts(path), (Texts{"?KALDOKWQDIR?gone.kvc"}));
   EXPECT_EQ(comment(), m_dir.file("gone.kvc"));
+
+  // The last nested conversion decides, also when its file was met before.
+  writeFile(m_dir.file("fine.kvc"), "ON select PLAY \"/a/b.wav\"\n");
+  writeFile(path, "ON select LOAD \"" + m_dir.file("gone.kvc") + "\"\nON open LOAD \"" + m_dir.file("fine.kvc") +
+                      "\"\nON copy LOAD \"" + m_dir.file("gone.kvc") + "\"\n");
+  EXPECT_EQ(KUConvertKCVToRelative(path.c_str()), 0);
 }
 
 TEST_F(BehaviourFile, FilesThatDoNotLoadOrStoreAreKeptAsTheyWere) {
