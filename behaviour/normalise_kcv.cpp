@@ -116,9 +116,13 @@ int convertNested(CKDecide* original, InProgress* inProgress) {
     if (KUIsKCVFileNormalised(name)) return;
     const auto seen = inProgress->find(name);
     if (seen != inProgress->end()) {
-      // Converting a finished file again would give its earlier result; a
-      // file still being converted further up (a cycle) changes nothing.
-      if (seen->second != kUnfinished) result = seen->second;
+      // Converting a finished file again would name it in the comment and
+      // give its earlier result; a file still being converted further up (a
+      // cycle) changes nothing.
+      if (seen->second != kUnfinished) {
+        KUSetComment(name);
+        result = seen->second;
+      }
       return;
     }
     result = convertKCVFile(name, inProgress);

@@ -144,6 +144,7 @@ TEST_F(BehaviourFile, FailedNestedConversionFailsAfterTheOuterFileIsRewritten) {
   writeFile(path, "ON select LOAD \"" + m_dir.file("gone.kvc") + "\"\nON open LOAD \"" + m_dir.file("fine.kvc") +
                       "\"\nON copy LOAD \"" + m_dir.file("gone.kvc") + "\"\n");
   EXPECT_EQ(KUConvertKCVToRelative(path.c_str()), 0);
+  EXPECT_EQ(comment(), m_dir.file("gone.kvc"));
 }
 
 TEST_F(BehaviourFile, FilesThatDoNotLoadOrStoreAreKeptAsTheyWere) {
