@@ -270,7 +270,11 @@ int KUCopyKCVForNormalise(const char* targetDir, CKDecide* table) {
     if (KUFileHasEnding(copy, ".kvc")) {
       // A behaviour file already in the package is neither copied nor gathered
       // again, which ends cycles between behaviour files.
-      if (!KUIsFileReadable(copy) && copyOverwriting(name, copy)) KUCopyKCVFileParts(copy);
+      // A failed copy is ignored: gathering then fails to load the file.
+      if (!KUIsFileReadable(copy)) {
+        copyOverwriting(name, copy);
+        KUCopyKCVFileParts(copy);
+      }
     } else {
       copyOverwriting(name, copy);
     }

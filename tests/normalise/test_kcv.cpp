@@ -253,6 +253,15 @@ TEST_F(BehaviourFile, GatheringTwiceRecopiesFilesButNotBehaviourFiles) {
   EXPECT_EQ(readFile(target + "a.wav"), "a2");
   EXPECT_EQ(rowTexts(target + "b.kvc"), (Texts{target + "c.wav"}));
   EXPECT_FALSE(fileExists(target + "a.wav.TMP"));
+
+  // Into a directory that does not exist: nothing copies, the rows point there
+  // all the same and the comment names the behaviour file it tried to gather.
+  const std::string nowhere = target + "nowhere" + kSep;
+  CKDecide table;
+  table.DEInitialise();
+  ASSERT_EQ(table.DELoadFromFile(path.c_str()), 1);
+  EXPECT_EQ(KUCopyKCVForNormalise(nowhere.c_str(), &table), 1);
+  EXPECT_EQ(comment(), nowhere + "b.kvc");
 }
 
 TEST_F(BehaviourFile, FileNamedWithoutDirectoryGathersIntoTheWorkingDirectory) {
