@@ -41,10 +41,12 @@ struct TempGen {
 };
 
 // Copies a texture into a name buffer the path functions may lengthen; 0 when
-// it is not set.
+// it is not set, or too long for the path functions (it is then left whole
+// rather than cut).
 int textureName(CKVGen& gen, const TextureSlot& slot, char* name) {
   char field[300];
   if ((gen.*slot.get)(field) == 0) return 0;
+  if (std::strlen(field) > static_cast<std::size_t>(kNameCapacity - 1)) return 0;
   KUSafeStrncpy(name, field, kNameCapacity - 1);
   return 1;
 }
