@@ -13,55 +13,59 @@ namespace {
 
 tagMarkerItem* recordOf(void* object) { return static_cast<tagMarkerItem*>(object); }
 
-// One segment and its line feed; false when the stream refuses either.
-bool writeLine(FILE* stream, const char* segment) {
-  return std::fputs(segment, stream) != EOF && std::fputc('\n', stream) != EOF;
+// One segment and its line feed, each written even if the other is refused.
+void writeLine(FILE* stream, const char* segment) {
+  std::fputs(segment, stream);
+  std::fputc('\n', stream);
 }
 
-bool writeText(FILE* stream, const char* tag, const char* value) {
+void writeText(FILE* stream, const char* tag, const char* value) {
   char line[KMARKER_NAME_SIZE + 32];
   int length = 0;
   KUMkLineSegment(line, tag, value, &length);
-  return writeLine(stream, line);
+  writeLine(stream, line);
 }
 
-bool writeInt(FILE* stream, const char* tag, int value) {
+void writeInt(FILE* stream, const char* tag, int value) {
   char line[64];
   int length = 0;
   KUMkNumSegment(line, tag, value, &length);
-  return writeLine(stream, line);
+  writeLine(stream, line);
 }
 
-bool writeFloat(FILE* stream, const char* tag, float value) {
+void writeFloat(FILE* stream, const char* tag, float value) {
   // "%.4f" of the largest float has 39 digits before the point.
   char line[96];
   int length = 0;
   KUMkFloatSegment(line, tag, value, &length);
-  return writeLine(stream, line);
+  writeLine(stream, line);
 }
 
-// A record opens with an empty line. Any refused write fails the record, not
-// only its final line feed: a stream that refuses one write is broken.
+// A record opens with an empty line. Only the record's final line feed
+// decides whether it was written; a refused write before it is not checked.
 bool writeRecord(FILE* stream, const tagMarkerItem& m) {
-  bool ok = std::fputc('\n', stream) != EOF;
-  ok = writeText(stream, "[MKJ]", "dummy") && ok;
-  ok = writeText(stream, "[MKN]", m.name) && ok;
-  ok = writeInt(stream, "[MKI]", m.indexNumber) && ok;
-  ok = writeInt(stream, "[MKS]", m.sector) && ok;
-  ok = writeFloat(stream, "[MKX]", m.position.x) && ok;
-  ok = writeFloat(stream, "[MKY]", m.position.y) && ok;
-  ok = writeFloat(stream, "[MKZ]", m.position.z) && ok;
-  ok = writeFloat(stream, "[MKP]", m.direction.x) && ok;
-  ok = writeFloat(stream, "[MKQ]", m.direction.y) && ok;
-  ok = writeFloat(stream, "[MKR]", m.direction.z) && ok;
-  ok = writeFloat(stream, "[MKA]", m.up.x) && ok;
-  ok = writeFloat(stream, "[MKB]", m.up.y) && ok;
-  ok = writeFloat(stream, "[MKC]", m.up.z) && ok;
-  ok = writeInt(stream, "[MKV]", m.valueV) && ok;
-  ok = writeFloat(stream, "[MKO]", m.valueO) && ok;
-  ok = writeFloat(stream, "[MKF]", m.valueF) && ok;
-  ok = writeText(stream, "[MKE]", "dummy") && ok;
-  return ok;
+  std::fputc('\n', stream);
+  writeText(stream, "[MKJ]", "dummy");
+  writeText(stream, "[MKN]", m.name);
+  writeInt(stream, "[MKI]", m.indexNumber);
+  writeInt(stream, "[MKS]", m.sector);
+  writeFloat(stream, "[MKX]", m.position.x);
+  writeFloat(stream, "[MKY]", m.position.y);
+  writeFloat(stream, "[MKZ]", m.position.z);
+  writeFloat(stream, "[MKP]", m.direction.x);
+  writeFloat(stream, "[MKQ]", m.direction.y);
+  writeFloat(stream, "[MKR]", m.direction.z);
+  writeFloat(stream, "[MKA]", m.up.x);
+  writeFloat(stream, "[MKB]", m.up.y);
+  writeFloat(stream, "[MKC]", m.up.z);
+  writeInt(stream, "[MKV]", m.valueV);
+  writeFloat(stream, "[MKO]", m.valueO);
+  writeFloat(stream, "[MKF]", m.valueF);
+  char last[32];
+  int length = 0;
+  KUMkLineSegment(last, "[MKE]", "dummy", &length);
+  std::fputs(last, stream);
+  return std::fputc('\n', stream) != EOF;
 }
 
 }  // namespace

@@ -212,4 +212,27 @@ TEST_F(CKMarkerListTest, SaveReportsARefusingStream) {
   std::fclose(f);
   m_list.MLInitMarker(nullptr);
   EXPECT_EQ(0, m_list.MLSaveToFile(nullptr));
+
+#ifdef __GLIBC__
+  // Only a refused final line feed fails a record: a stream that refuses the
+  // name line alone still reports success, and the other lines are written.
+  struct Sink {
+    std::string text;
+    static ssize_t write(void* cookie, const char* data, size_t size) {
+      const std::string chunk(data, size);
+      if (chunk.find("[MKN]") != std::string::npos) return -1;
+      static_cast<Sink*>(cookie)->text += chunk;
+      return static_cast<ssize_t>(size);
+    }
+  } sink;
+  cookie_io_functions_t io = {nullptr, &Sink::write, nullptr, nullptr};
+  FILE* refusing = fopencookie(&sink, "w", io);
+  ASSERT_NE(nullptr, refusing);
+  std::setvbuf(refusing, nullptr, _IOLBF, 512);  // one write per line
+  EXPECT_EQ(1, m_list.MLSaveToFile(refusing));
+  std::fclose(refusing);
+  EXPECT_EQ(std::string::npos, sink.text.find("[MKN]"));
+  EXPECT_NE(std::string::npos, sink.text.find("[MKI][1]1\n"));
+  EXPECT_EQ("[MKE][5]dummy\n", sink.text.substr(sink.text.size() - 14));
+#endif
 }
