@@ -121,9 +121,9 @@ TEST(CKFootPrintHostileSize, TenThousandVerticesStayConsistent) {
   ASSERT_EQ(fp.FPGetVertexCount(&count), 1);
   EXPECT_EQ(count, n);
   const _D3DVECTOR centre = {0.0f, 0.0f, 0.0f};
-  const _D3DVECTOR far = {80.0f, 0.0f, 0.0f};
+  const _D3DVECTOR away = {80.0f, 0.0f, 0.0f};
   EXPECT_EQ(fp.FPIsPointInside(&centre), 1);
-  EXPECT_EQ(fp.FPIsPointInside(&far), 0);
+  EXPECT_EQ(fp.FPIsPointInside(&away), 0);
   CKFootPrint copy;
   copy.FPInitialise();
   ASSERT_EQ(copy.FPCopyFrom(&fp), 1);
