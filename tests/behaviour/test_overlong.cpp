@@ -407,6 +407,30 @@ TEST(CKDecideOverlong, ClockCarriesFullLengthTextsIntoTheOutput) {
     ASSERT_EQ(rowAt(b.table, i)->ARGetRunState(state.data()), 1);
   }
   EXPECT_EQ(b.table.DEReset(), 1);
+
+  // A full-length AT row that fires on every tick, traced; then the whole table copied.
+  auto* at = new CKActionRow;
+  at->ARSetRowType(KAR_ROW_AT);
+  at->ARSetGrouping(("M" + longText('A')).c_str());
+  at->ARSetAction(KAR_ACTION_GOTO);
+  at->ARSetTextData(longText('g').c_str());
+  ASSERT_EQ(b.table.DESelectFirstActionRow(&first), 1);
+  ASSERT_EQ(b.table.DEInsertActionRow(at), 1);
+  const std::string trace = dir.file("trace.txt");
+  ASSERT_EQ(b.table.DEOpenTrace(trace.c_str(), 0), 1);
+  for (int i = 0; i < 3; ++i) {
+    const auto out = b.tick(KAR_EVENT_SELECT);
+    for (const auto& command : out) EXPECT_LE(command.text.size(), static_cast<std::size_t>(KFI_TEXT_LEN));
+  }
+  EXPECT_EQ(b.table.DECloseTrace(), 1);
+  EXPECT_NE(kutil::test::readFile(trace).find("[" + longText('g', KAR_TEXTDATA_LEN) + "]"), std::string::npos);
+
+  CKDecide copy;
+  copy.DEInitialise();
+  ASSERT_EQ(copy.DECopyFrom(&b.table), 1);
+  OutBuffer copied(KAR_TEXTDATA_LEN + 1);
+  ASSERT_EQ(rowAt(copy, 0)->ARGetTextData(copied.data()), 1);
+  EXPECT_EQ(copied.str(), longText('g', KAR_TEXTDATA_LEN));
 }
 
 }  // namespace
