@@ -83,6 +83,16 @@ TEST_F(RegistryOverlong, LongValuesNeverOverrunTheReader) {
   EXPECT_TRUE(KUGetRegGraphics(graphics.data()) == 1 ? graphics.terminated() : graphics.untouched());
   EXPECT_TRUE(KUGetRegSharedMemory(shared.data()) == 1 ? shared.terminated() : shared.untouched());
 
+  // A value that exactly fills the reader's buffer comes back whole.
+  ASSERT_EQ(KUSetRegGraphics(longText('g', 260).c_str()), 1);
+  OutBuffer full(261);
+  ASSERT_EQ(KUGetRegGraphics(full.data()), 1);
+  EXPECT_EQ(full.str(), longText('g', 260));
+  ASSERT_EQ(KUSetRegSharedMemory(longText('s', 260).c_str()), 1);
+  OutBuffer fullShared(261);
+  ASSERT_EQ(KUGetRegSharedMemory(fullShared.data()), 1);
+  EXPECT_EQ(fullShared.str(), longText('s', 260));
+
   // A number with ten thousand digits is no crash either way.
   KUSetRegText(HKEY_CURRENT_USER, kSettings, "HintNumber", longText('9').c_str());
   unsigned int hint = 7;
