@@ -9,7 +9,10 @@
 #include <memory>
 #include <string>
 
+#include "KArrange.h"
 #include "KMarkerList.h"
+#include "KTrans.h"
+#include "KVector.h"
 #include "TestSupport.h"
 
 namespace {
@@ -91,6 +94,84 @@ TEST(CKMarkerListOverlong, FullLengthNamesAreSavedWhole) {
   }
   EXPECT_EQ(names, 2);
   EXPECT_EQ(list.MLSaveToFile(nullptr), 0);
+}
+
+
+TEST(KUGeometryNull, NullPointersAreRefusedWithoutWriting) {
+  const _D3DVECTOR v = {1.0f, 2.0f, 3.0f};
+  _D3DVECTOR out = {9.0f, 9.0f, 9.0f};
+  const double dv[3] = {1.0, 2.0, 3.0};
+  double d = 9.0;
+  float f = 9.0f;
+  int i = 9;
+  tagKFMATRIX m = {};
+  tagKFQUATERN q = {1.0f, 0.0f, 0.0f, 0.0f};
+  _D3DRMVECTOR4D v4 = {};
+
+  EXPECT_EQ(KUModF(1.0f, nullptr), 0);
+  EXPECT_EQ(KUModD(1.0, nullptr), 0);
+  EXPECT_EQ(KUVectorMagnitude(static_cast<const double*>(nullptr), &d), 0);
+  EXPECT_EQ(KUVectorMagnitude(&v, nullptr), 0);
+  EXPECT_EQ(KUVectorDotProduct(dv, nullptr, &d), 0);
+  EXPECT_EQ(KUVectorDotProduct(&v, &v, nullptr), 0);
+  EXPECT_EQ(KUVectorCrossProduct(dv, dv, nullptr), 0);
+  EXPECT_EQ(KUVectorCrossProduct(nullptr, &v, &out), 0);
+  EXPECT_EQ(KUVectorNormalise(static_cast<double*>(nullptr)), 0);
+  EXPECT_EQ(KUVectorNormalise(static_cast<_D3DVECTOR*>(nullptr)), 0);
+  EXPECT_EQ(KUVectorSubtract(&out, nullptr, &v), 0);
+  EXPECT_EQ(KUVectorAdd(nullptr, &v, &v), 0);
+  EXPECT_EQ(KUVectorScale(&out, nullptr, 2.0f), 0);
+  EXPECT_EQ(KUMtxMultiplyVect(&v, nullptr, &out), 0);
+  EXPECT_EQ(KUMtxMultiplyVectHomog(&v4, &m, nullptr), 0);
+  EXPECT_EQ(KUMtxMakeXRot(1.0, nullptr), 0);
+  EXPECT_EQ(KUMtxMakeTranslate(nullptr, &m), 0);
+  EXPECT_EQ(KUMtxMakeFrustrumToView(nullptr, &m), 0);
+  EXPECT_EQ(KUMtxMakeViewToFrustrum(&v, nullptr), 0);
+  EXPECT_EQ(KUQuatCreate(nullptr, &v, 1.0f), 0);
+  EXPECT_EQ(KUQuatInverse(nullptr, &q), 0);
+  EXPECT_EQ(KUQuatMultiply(&q, nullptr, &q), 0);
+  EXPECT_EQ(KUQuatNormalise(nullptr), 0);
+  EXPECT_EQ(KUVectorRotate(nullptr, &v, &v, 1.0f), 0);
+  EXPECT_EQ(KUVectorRotateAgainstFrame(&out, nullptr, &v, &v, 1), 0);
+  EXPECT_EQ(KUVectorGetRotation(&v, nullptr, &out, &d, &i), 0);
+  EXPECT_EQ(KUGetAngleBetweenVectors(&v, &v, nullptr), 0);
+  EXPECT_EQ(KUGetRotationalAngle(1.0f, 1.0f, nullptr), 0);
+  EXPECT_EQ(KURotationalAdd(1.0, 1.0, nullptr), 0);
+  EXPECT_EQ(KUIsSameVector(nullptr, &v), 0);
+  EXPECT_EQ(KUIsCoExtensive(&v, &v, nullptr, &v), 0);
+  EXPECT_EQ(KUGetNextPowerUp(5, nullptr), 0);
+  EXPECT_EQ(out.x, 9.0f);
+  EXPECT_EQ(d, 9.0);
+  EXPECT_EQ(f, 9.0f);
+
+  CKTrans trans;
+  trans.KTInitialise();
+  EXPECT_EQ(trans.KTSetCameraOrientation(nullptr, &v), 0);
+  EXPECT_EQ(trans.KTSetAspectRatio(nullptr), 0);
+  EXPECT_EQ(trans.KTGetFieldOfView(nullptr, &d, &f, &f, &d), 0);
+  EXPECT_EQ(trans.KTWorld2Screen(nullptr, &v), 0);
+  EXPECT_EQ(trans.KTScreen2World(&out, nullptr), 0);
+
+  CKArrange arrange;
+  arrange.CAInitialise();
+  EXPECT_EQ(arrange.CAGetItemType(nullptr), 0);
+  EXPECT_EQ(arrange.CAGetFirstPosition(&f, nullptr, &f), 0);
+  EXPECT_EQ(arrange.CASetFirstOrientation(nullptr, &v), 0);
+  EXPECT_EQ(arrange.CAGetFirstOrientation(&out, nullptr), 0);
+  EXPECT_EQ(arrange.CAGetDeltaTranslation(&i, nullptr), 0);
+  EXPECT_EQ(arrange.CAGetDColOrientation(nullptr, &f), 0);
+  EXPECT_EQ(out.x, 9.0f);
+
+  CKMarkerList list;
+  list.MLInitialise();
+  EXPECT_EQ(list.MLInitMarker(nullptr), 0);
+  EXPECT_EQ(list.MLCopyMarker(nullptr, nullptr), 0);
+  EXPECT_EQ(list.MLAddMarker(nullptr), 0);
+  EXPECT_EQ(list.MLSelectFirstMarker(nullptr), 0);
+  EXPECT_EQ(list.MLFindMarkerByNumber(nullptr, 1), 0);
+  EXPECT_EQ(list.MLUpdateSelectedMarker(nullptr, 0), 0);
+  EXPECT_EQ(list.MLGetNextIndexNumber(nullptr), 0);
+  EXPECT_EQ(list.MLCreateListFromList(nullptr), 1);
 }
 
 }  // namespace
