@@ -109,6 +109,9 @@ bool pngAvailable();
 /// The sentence reported when PNG export is asked of a build without it.
 const char* pngUnavailableSentence();
 
+/// Releases the drawing libraries' process-wide caches once nothing is painted any more.
+void releasePaintCaches();
+
 /// Looks a message up in an info sheet and prints it; returns an exit status.
 int printMessage(unsigned int id, const std::string& sheets);
 

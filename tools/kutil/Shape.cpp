@@ -18,6 +18,9 @@
 #if defined(KUTIL_TOOL_HAS_CAIRO)
 #include <cairo.h>
 #endif
+#if defined(KUTIL_TOOL_HAS_FONTCONFIG)
+#include <fontconfig/fontconfig.h>
+#endif
 
 namespace kutool {
 namespace {
@@ -405,6 +408,15 @@ bool writePng(const Mesh& m, const std::string& source, const std::string& path)
 #endif
 
 }  // namespace
+
+void releasePaintCaches() {
+#if defined(KUTIL_TOOL_HAS_CAIRO)
+  cairo_debug_reset_static_data();
+#endif
+#if defined(KUTIL_TOOL_HAS_FONTCONFIG)
+  FcFini();
+#endif
+}
 
 bool pngAvailable() {
 #if defined(KUTIL_TOOL_HAS_CAIRO)

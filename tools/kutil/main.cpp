@@ -41,5 +41,6 @@ int main(int argc, char** argv) {
   } catch (const std::exception& e) {
     return kutool::fail(std::string("unexpected failure: ") + e.what() + ".");
   }
+  kutool::releasePaintCaches();
   return result;
 }
