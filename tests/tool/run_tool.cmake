@@ -9,7 +9,8 @@
 #   EXPECT_STDOUT        file that standard output must equal (line ends ignored)
 #   STDOUT_REGEX         regular expression standard output must match
 #   STDERR_REGEX         regular expression standard error must match
-#   PRODUCED             file the run writes; EXPECT_FILE it must equal, FACES its number of "f " lines
+#   PRODUCED             file the run writes; EXPECT_FILE it must equal, PRODUCED_REGEX it must match,
+#                        FACES its number of "f " lines
 #   EXISTS               files that must exist afterwards
 #   CLEAN                directory removed before anything runs
 cmake_minimum_required(VERSION 3.25)
@@ -79,6 +80,9 @@ if(PRODUCED)
     if(NOT got STREQUAL want)
       message(FATAL_ERROR "${PRODUCED} differs from ${EXPECT_FILE}\ngot:\n${got}\nwanted:\n${want}")
     endif()
+  endif()
+  if(DEFINED PRODUCED_REGEX AND NOT got MATCHES "${PRODUCED_REGEX}")
+    message(FATAL_ERROR "${PRODUCED} does not match ${PRODUCED_REGEX}:\n${got}")
   endif()
   if(DEFINED FACES)
     string(REGEX MATCHALL "\nf [^\n]*" faces "\n${got}")

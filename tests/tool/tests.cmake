@@ -14,13 +14,13 @@ set(tool_script ${CMAKE_CURRENT_LIST_DIR}/run_tool.cmake)
 
 # kutil_tool_test(name ARGS a b ... [KEY value ...]): runs the checking script with the settings given.
 function(kutil_tool_test name)
-  cmake_parse_arguments(T "" "EXPECT_CODE;EXPECT_STDOUT;STDOUT_REGEX;STDERR_REGEX;PRODUCED;EXPECT_FILE;FACES;COPY_FROM;COPY_TO;CLEAN"
+  cmake_parse_arguments(T "" "EXPECT_CODE;EXPECT_STDOUT;STDOUT_REGEX;STDERR_REGEX;PRODUCED;EXPECT_FILE;PRODUCED_REGEX;FACES;COPY_FROM;COPY_TO;CLEAN"
     "ARGS;PRE_ARGS;EXISTS;ENVIRONMENT" ${ARGN})
   set(defs -DTOOL=$<TARGET_FILE:kutil>)
   if(CMAKE_CROSSCOMPILING_EMULATOR)
     list(APPEND defs -DEMULATOR=${CMAKE_CROSSCOMPILING_EMULATOR})
   endif()
-  foreach(key EXPECT_CODE EXPECT_STDOUT STDOUT_REGEX STDERR_REGEX PRODUCED EXPECT_FILE FACES COPY_FROM COPY_TO CLEAN)
+  foreach(key EXPECT_CODE EXPECT_STDOUT STDOUT_REGEX STDERR_REGEX PRODUCED EXPECT_FILE PRODUCED_REGEX FACES COPY_FROM COPY_TO CLEAN)
     if(DEFINED T_${key})
       list(APPEND defs "-D${key}=${T_${key}}")
     endif()
@@ -65,6 +65,14 @@ kutil_tool_test(check_broken_recording ARGS check ${tool_data}/broken_line.rec E
 kutil_tool_test(check_missing_file ARGS check examples/door.kvc ${tool_data}/absent.kvc EXPECT_CODE 1
   STDOUT_REGEX "door.kvc: behaviour" STDERR_REGEX "absent.kvc: the file cannot be read\\.")
 
+kutil_tool_test(check_unended_marker ARGS check ${tool_data}/unended.mkl EXPECT_CODE 1
+  STDERR_REGEX "unended.mkl line 2: the marker that begins here has no \\[MKE\\]\\.")
+kutil_tool_test(check_partial_info ARGS check ${tool_data}/partial.info STDOUT_REGEX "2 messages"
+  STDERR_REGEX "line 2: the line lacks an \\[iid\\] or \\[itx\\] segment[^\n]*\n[^\n]*line 3: the id 112 was given on line 1")
+kutil_tool_test(check_missing_name ARGS check ${tool_data}/missing.ksl STDOUT_REGEX "2 names \\(1 missing\\)"
+  STDERR_REGEX "missing.ksl line 3: \"\\?KALDOKWQDIR\\?absent.kwq\" names a file that cannot be read\\.")
+kutil_tool_test(check_unknown_kind ARGS check examples/oak.bmp EXPECT_CODE 1 STDERR_REGEX "oak.bmp: not a file kutil knows")
+
 # Usage errors exit with 2.
 kutil_tool_test(usage_no_subcommand EXPECT_CODE 2 STDERR_REGEX "subcommand")
 kutil_tool_test(usage_unknown_option ARGS run examples/door.kvc --bogus EXPECT_CODE 2)
@@ -81,6 +89,11 @@ kutil_tool_test(run_guide_playback ARGS run examples/guide.kvc --event ping@1 --
   EXPECT_STDOUT ${tool_expected}/run_guide.txt)
 kutil_tool_test(run_passthrough ARGS run examples/guide.kvc --command TURNRIGHT@2 --ticks 2
   STDOUT_REGEX "\n    2     4  TURNRIGHT   0\\.02 ")
+# Backslashes of stored Windows paths are escaped in JSON; the trace names each row run.
+kutil_tool_test(run_json_escapes ARGS run ${tool_data}/backslash.kvc --event select@1 --ticks 1 --json
+  --trace ${tool_out}/backslash.trace
+  STDOUT_REGEX "\"command\":\"LOAD\",[^\n]*\"text\":\"C:\\\\\\\\scenes\\\\\\\\hall.kwq\"\\}"
+  PRODUCED ${tool_out}/backslash.trace PRODUCED_REGEX "ON select LOAD \\[C:\\\\scenes\\\\hall.kwq\\]")
 kutil_tool_test(run_broken ARGS run ${tool_data}/broken_motion.kvc EXPECT_CODE 1 STDERR_REGEX "line 3: error 6007")
 
 # Recordings: stored runs of identical commands, the NULL after a cancelling command dropped.
@@ -88,6 +101,7 @@ kutil_tool_test(record ARGS record ${tool_out}/recorded.rec --command 1 --comman
   --command 0 --command 0 --command 33:0:hall.kwq
   PRODUCED ${tool_out}/recorded.rec EXPECT_FILE ${tool_expected}/recorded.rec
   STDOUT_REGEX "stored 5 commands in 5 lines \\(1 NULL dropped")
+kutil_tool_test(record_bad_flags ARGS record ${tool_out}/never.rec --command 1:x EXPECT_CODE 2)
 kutil_tool_test(play ARGS play examples/walk.rec EXPECT_STDOUT ${tool_expected}/play_walk.txt)
 kutil_tool_test(play_json ARGS play examples/walk.rec --json
   STDOUT_REGEX "^\\{\"index\":1,\"code\":0,\"command\":\"NULL\",\"flags\":-1,\"text\":\"\"\\}\n")
@@ -144,3 +158,10 @@ kutil_tool_test(gather ARGS gather examples/hall.ksl --into ${tool_out}/gathered
   STDOUT_REGEX "gathered examples/hall.ksl"
   EXISTS ${tool_out}/gathered/hall.ksl ${tool_out}/gathered/door.kvc ${tool_out}/gathered/oak.bmp
          ${tool_out}/gathered/walk.rec)
+
+# The demonstration itself, and its refusal to write into the sample folder.
+kutil_tool_test(demo ARGS demo examples --out ${tool_out}/demo CLEAN ${tool_out}/demo
+  STDOUT_REGEX "9 of 9 files are good.*door selected.*LOOKUP.*168 faces.*File not found"
+  EXISTS ${tool_out}/demo/door.obj ${tool_out}/demo/globe.obj)
+kutil_tool_test(demo_protects_examples ARGS demo examples --out examples/out EXPECT_CODE 2
+  STDERR_REGEX "never writes into the sample folder")
