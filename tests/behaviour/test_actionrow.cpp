@@ -14,7 +14,6 @@ using kutil::detail::ActionRowAccess;
 
 TEST(CKActionRow, NewRowReportsNothingSet) {
   CKActionRow row;
-  row.ARInitialise();
   int value = 99;
   char text[KAR_TEXTDATA_LEN + 1] = "untouched";
   EXPECT_EQ(row.ARGetEvent(&value) + row.ARGetRepeatClicks(&value), 0);
@@ -25,7 +24,6 @@ TEST(CKActionRow, NewRowReportsNothingSet) {
   EXPECT_STREQ(ActionRowAccess::runState(row), "idle");
   row.ARSetRepeatClicks(0);  // zero is a set count, only negatives are "none"
   EXPECT_EQ(row.ARGetRepeatClicks(&value), 1);
-
 }
 
 TEST(CKActionRow, VocabularyKeywordsCodesAndActionRules) {
@@ -62,32 +60,6 @@ TEST(CKActionRow, VocabularyKeywordsCodesAndActionRules) {
   EXPECT_EQ(code, -7);
 }
 
-TEST(CKActionRow, CopyTakesTheDefinitionButNotTheClockState) {
-  CKActionRow source;
-  source.ARSetRowType(KAR_ROW_IN);
-  source.ARSetMagnitude(0.5f);
-  source.ARSetTextData("file.kvc");
-  source.ARSetRunState("busy");
-  source.ARSetCallStack("call.door");
-  source.ARSetIterations(2);
-  CKActionRow other;
-  ActionRowAccess::setNext(source, &other);
-
-  CKActionRow copy;
-  copy.ARSetEvent(KAR_EVENT_SELECT);  // not set in the source: cleared by the copy
-  ASSERT_EQ(copy.ARCopyFrom(&source), 1);
-  int value = 0;
-  EXPECT_EQ(copy.ARGetEvent(&value), 0);
-  EXPECT_EQ(ActionRowAccess::rowType(copy), KAR_ROW_IN);
-  EXPECT_EQ(ActionRowAccess::magnitude(copy), 0.5f);
-  EXPECT_STREQ(ActionRowAccess::textData(copy), "file.kvc");
-  EXPECT_STREQ(ActionRowAccess::runState(copy), "idle");
-  EXPECT_STREQ(ActionRowAccess::callStack(copy), "");
-  EXPECT_EQ(ActionRowAccess::iterations(copy), 0);
-  EXPECT_EQ(ActionRowAccess::next(copy), nullptr);
-  EXPECT_EQ(copy.ARCopyFrom(nullptr), 0);
-}
-
 TEST(CKActionRow, PlaybackReadsTheNamedRecordingAndStartsOverOnRestartOrCopy) {
   kutil::test::TempDir dir;
   const std::string path = dir.file("moves.rec");
@@ -110,11 +82,25 @@ TEST(CKActionRow, PlaybackReadsTheNamedRecordingAndStartsOverOnRestartOrCopy) {
   EXPECT_EQ(ActionRowAccess::restartPlayback(row), 0);
   EXPECT_EQ(playAll(row), "1/0/ 1/0/ 3/2/hi ");
 
-  CKActionRow source;
+  // A copy takes the definition but neither the clock state nor the recorder, so it plays from the start.
+  CKActionRow source, other;
   source.ARSetTextData(path.c_str());
+  source.ARSetMagnitude(0.5f);
+  source.ARSetRunState("busy");
+  source.ARSetCallStack("call.door");
+  source.ARSetIterations(2);
+  ActionRowAccess::setNext(source, &other);
+  row.ARSetEvent(KAR_EVENT_SELECT);  // not set in the source: cleared by the copy
   ASSERT_EQ(row.ARCopyFrom(&source), 1);
+  EXPECT_EQ(row.ARGetEvent(&code), 0);
+  EXPECT_EQ(ActionRowAccess::magnitude(row), 0.5f);
+  EXPECT_STREQ(ActionRowAccess::runState(row), "idle");
+  EXPECT_STREQ(ActionRowAccess::callStack(row), "");
+  EXPECT_EQ(ActionRowAccess::iterations(row), 0);
+  EXPECT_EQ(ActionRowAccess::next(row), nullptr);
   EXPECT_EQ(ActionRowAccess::recorder(row), nullptr);
   EXPECT_EQ(playAll(row), "1/0/ 1/0/ 3/2/hi ");
+  EXPECT_EQ(row.ARCopyFrom(nullptr), 0);
 
   CKActionRow empty;
   EXPECT_EQ(playAll(empty), "");

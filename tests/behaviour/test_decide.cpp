@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
-// The behaviour table's row list, cursor, tags, copy and trace stream.
+// The behaviour table's row list, cursor, copy and trace stream.
 #include <gtest/gtest.h>
 
 #include "test_decide_support.h"
@@ -12,7 +12,6 @@ namespace {
 
 CKActionRow* namedRow(const char* name) {
   CKActionRow* row = new CKActionRow;
-  row->ARSetRowType(KAR_ROW_IN);
   row->ARSetGrouping(name);
   return row;
 }
@@ -31,12 +30,22 @@ CKActionRow* selected(CKDecide& table) {
   return row;
 }
 
-TEST(CKDecideTable, EditingFollowsTheCursor) {
+TEST(CKDecideTable, EditingFollowsTheCursorAndRefusesForeignRows) {
   CKDecide table;
-  table.DEInitialise();
   CKActionRow* row = nullptr;
   for (const char* n : {"a", "b", "c"}) EXPECT_EQ(table.DEAddActionRow(namedRow(n)), 1);
+  CKActionRow* loose = namedRow("x");
   EXPECT_EQ(selected(table), nullptr) << "adding does not select";
+  EXPECT_EQ(table.DEInsertActionRow(loose) + table.DEAppendActionRow(loose), 0) << "nothing selected";
+  table.DESetSelectedActionRow(loose);
+  CKActionRow* other = namedRow("y");
+  EXPECT_EQ(table.DEInsertActionRow(other), 0) << "selection outside the table";
+  EXPECT_EQ(table.DEDeleteSelectedActionRow(), 0);
+  EXPECT_EQ(selected(table), nullptr);
+  delete other;  // refused rows are neither linked nor destroyed by the table
+  delete loose;
+  // Linking a row twice would make the list a cycle.
+  EXPECT_EQ(table.DEAddActionRow(rowAt(table, 0)), 0);
 
   ASSERT_EQ(table.DESelectFirstActionRow(&row), 1);
   CKActionRow* first = namedRow("0");
@@ -44,6 +53,7 @@ TEST(CKDecideTable, EditingFollowsTheCursor) {
   EXPECT_EQ(selected(table), first);
   table.DESetSelectedActionRow(rowAt(table, 3));
   EXPECT_EQ(table.DEAppendActionRow(namedRow("z")), 1);
+  EXPECT_EQ(table.DEAppendActionRow(rowAt(table, 0)), 0);
   table.DESetSelectedActionRow(rowAt(table, 3));
   EXPECT_EQ(table.DEInsertActionRow(namedRow("m")), 1);
   EXPECT_EQ(names(table), "0abmcz");
@@ -53,56 +63,24 @@ TEST(CKDecideTable, EditingFollowsTheCursor) {
   }
   EXPECT_EQ(row, rowAt(table, 5));
   EXPECT_EQ(selected(table), row);
-
   table.DESetSelectedActionRow(rowAt(table, 2));
   EXPECT_EQ(table.DEDeleteSelectedActionRow(), 1);
   EXPECT_EQ(selected(table), nullptr);
-  EXPECT_EQ(table.DEDeleteSelectedActionRow(), 0);
   table.DESelectFirstActionRow(&row);
   EXPECT_EQ(table.DEDeleteSelectedActionRow(), 1);
   EXPECT_EQ(names(table), "amcz");
-
   EXPECT_EQ(table.DEDeleteAllActionRows(), 1);
   EXPECT_EQ(table.DESelectFirstActionRow(&row), 0);
 }
 
-TEST(CKDecideTable, RowsOutsideTheTableAreRefused) {
-  CKDecide table;
-  table.DEInitialise();
-  table.DEAddActionRow(namedRow("a"));
-  table.DEAddActionRow(namedRow("b"));
-  CKActionRow* loose = namedRow("x");
-  EXPECT_EQ(table.DEInsertActionRow(loose), 0) << "nothing selected";
-  EXPECT_EQ(table.DEAppendActionRow(loose), 0) << "nothing selected";
-
-  table.DESetSelectedActionRow(loose);
-  CKActionRow* other = namedRow("y");
-  EXPECT_EQ(table.DEInsertActionRow(other), 0) << "selection outside the table";
-  delete other;
-  EXPECT_EQ(table.DEDeleteSelectedActionRow(), 0);
-  EXPECT_EQ(selected(table), nullptr);
-  delete loose;  // neither linked nor destroyed by the table
-
-  // Linking a row twice would make the list a cycle.
-  EXPECT_EQ(table.DEAddActionRow(rowAt(table, 0)), 0);
-  table.DESetSelectedActionRow(rowAt(table, 1));
-  EXPECT_EQ(table.DEAppendActionRow(rowAt(table, 0)), 0);
-  EXPECT_EQ(names(table), "ab");
-}
-
 TEST(CKDecideTable, CopyTakesRowsAndScaleOnly) {
-  CKDecide source;
-  source.DEInitialise();
+  CKDecide source, copy, empty;
   CKFIFO fifo;
-  fifo.FIInitialise();
   for (const char* n : {"a", "b", "c"}) source.DEAddActionRow(namedRow(n));
   source.DESetDelimitingFileTag("[DOOR]");
   source.DEAttachInputFIFO(&fifo);
   source.DESetItemScaleFactor(2.5f);
   rowAt(source, 0)->ARSetRunState("busy");
-
-  CKDecide copy;
-  copy.DEInitialise();
   copy.DEAddActionRow(namedRow("old"));
   ASSERT_EQ(copy.DECopyFrom(&source), 1);
   EXPECT_EQ(names(copy), "abc");
@@ -112,8 +90,6 @@ TEST(CKDecideTable, CopyTakesRowsAndScaleOnly) {
   EXPECT_STREQ(DecideAccess::endTag(copy), "]AVR[");
   EXPECT_EQ(selected(source), rowAt(source, 2)) << "the copy walks the source's cursor to its end";
 
-  CKDecide empty;
-  empty.DEInitialise();
   empty.DESetItemScaleFactor(9.0f);
   EXPECT_EQ(copy.DECopyFrom(&empty), 0);
   EXPECT_EQ(rowAt(copy, 0), nullptr);
@@ -121,16 +97,8 @@ TEST(CKDecideTable, CopyTakesRowsAndScaleOnly) {
   EXPECT_EQ(copy.DECopyFrom(&copy), 0);
 }
 
-TEST(CKDecide, TagsErrorIdAndTraceStream) {
+TEST(CKDecideTable, TraceStreamTruncatesOrAppends) {
   CKDecide table;
-  table.DEInitialise();
-  EXPECT_STREQ(DecideAccess::endTag(table), "]AVR[");
-  unsigned int id = 77;
-  EXPECT_EQ(table.DEGetErrorID(&id), 0);
-  EXPECT_EQ(id, 77u);
-  table.DESetDelimitingFileTag("[abcdefghijklmnopq]");  // kept to 15 characters
-  EXPECT_STREQ(DecideAccess::endTag(table), "nmlkjihgfedcba[");
-
   kutil::test::TempDir dir;
   const std::string path = dir.file("trace.txt");
   EXPECT_EQ(table.DEOpenTrace("", 0), 0);

@@ -73,7 +73,7 @@ class ScriptedClock {
  public:
   ScriptedClock() : m_before(detail::setClockTimeSource(&read)) {
     set(2026, 10, 22, 0, 10, 0, 0);
-    available() = 1;
+    s_available = true;
   }
   ~ScriptedClock() { detail::setClockTimeSource(m_before); }
   ScriptedClock(const ScriptedClock&) = delete;
@@ -81,35 +81,28 @@ class ScriptedClock {
 
   /// Year, zero-based month, day, weekday, hour, minute, second.
   void set(int year, int month, int day, int weekDay, int hour, int minute, int second) {
-    tagKDATETIME& t = now();
-    t.year = year;
-    t.month = month;
-    t.day = day;
-    t.weekDay = weekDay;
-    t.hour = hour;
-    t.minute = minute;
-    t.second = second;
+    s_now.year = year;
+    s_now.month = month;
+    s_now.day = day;
+    s_now.weekDay = weekDay;
+    s_now.hour = hour;
+    s_now.minute = minute;
+    s_now.second = second;
   }
-  void setSecond(int second) { now().second = second; }
-  void setAvailable(bool on) { available() = on ? 1 : 0; }
+  void setSecond(int second) { s_now.second = second; }
+  void setAvailable(bool on) { s_available = on; }
 
  private:
-  static tagKDATETIME& now() {
-    static tagKDATETIME t = {};
-    return t;
-  }
-  static int& available() {
-    static int on = 1;
-    return on;
-  }
   static int read(tagKDATETIME* when) {
-    if (!available()) return 0;
+    if (!s_available) return 0;
     const int reserved = when->reserved;
-    *when = now();
+    *when = s_now;
     when->reserved = reserved;
     when->extra = -1;
     return 1;
   }
+  static inline tagKDATETIME s_now = {};
+  static inline bool s_available = true;
   detail::ClockTimeSource m_before;
 };
 
@@ -119,9 +112,6 @@ struct Behaviour {
   CKFIFO in;
   CKFIFO out;
   Behaviour() {
-    table.DEInitialise();
-    in.FIInitialise();
-    out.FIInitialise();
     table.DEAttachInputFIFO(&in);
     table.DEAttachOutputFIFO(&out);
   }

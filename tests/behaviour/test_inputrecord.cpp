@@ -15,7 +15,6 @@ using Items = std::vector<std::string>;
 // Plays a whole recording back as "code/flags/text" items.
 Items playAll(const std::string& path) {
   CKInputRecord player;
-  player.IRInitialise();
   player.IRSetFileName(path.c_str(), KIR_MODE_PLAY);
   Items got;
   int code = 0, flags = 0;
@@ -29,7 +28,6 @@ TEST(CKInputRecord, StoresRunsAfterTheInitialEntryAndDropsOneNullAfterACancel) {
   kutil::test::TempDir dir;
   const std::string path = dir.file("input.rec");
   CKInputRecord recorder;
-  recorder.IRInitialise();
   ASSERT_EQ(recorder.IRSetFileName(path.c_str(), KIR_MODE_STORE), 1);
   for (int i = 0; i < 3; ++i) EXPECT_EQ(recorder.IRStoreCommand(1, 0, "a", 0), 1);
   EXPECT_EQ(recorder.IRStoreCommand(5, KIR_FLAG_CANCEL, "", 0), 1);
@@ -76,7 +74,6 @@ TEST(CKInputRecord, PlaybackPairsFlaggedCommandsAndReadsLinesLeniently) {
 TEST(CKInputRecord, WrongModeMissingNameAndMissingFileFail) {
   kutil::test::TempDir dir;
   CKInputRecord recorder;
-  recorder.IRInitialise();
   int code = 0, flags = 0;
   char text[KIR_TEXT_LEN + 1];
   EXPECT_EQ(recorder.IRStoreCommand(1, 0, "", 0), 0) << "neither mode";
