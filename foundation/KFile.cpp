@@ -171,15 +171,15 @@ int KUGetPathFromFile(char* out, const char* file) {
   return 1;
 }
 
-int KUGetImageComponents(const char* spec, char* name, int* index, char* extra) {
-  if (spec == nullptr || name == nullptr || index == nullptr) return 0;
+int KUGetImageComponents(const char* imageText, char* name, int* index, char* extra) {
+  if (imageText == nullptr || name == nullptr || index == nullptr) return 0;
   char first[kScratch];
   char second[kScratch];
-  if (!KUCutString(spec, '|', 0, first) || !KUCutString(spec, '|', 1, second)) return 0;
+  if (!KUCutString(imageText, '|', 0, first) || !KUCutString(imageText, '|', 1, second)) return 0;
   std::strcpy(name, first);
   KUSafeATOI(second, index);
   char third[kScratch];
-  if (extra != nullptr && KUCutString(spec, '|', 2, third)) std::strcpy(extra, third);
+  if (extra != nullptr && KUCutString(imageText, '|', 2, third)) std::strcpy(extra, third);
   return 1;
 }
 

@@ -28,6 +28,6 @@ KUTIL_API int KUClipFile(const char* path, int first, int last);
 /// Writes the drive and directory of file, with its trailing separator, to out (261 bytes, always terminated); 1.
 KUTIL_API int KUGetPathFromFile(char* out, const char* file);
 /// Splits "name|index[|extra]" into name (261 bytes), *index and extra (261 bytes, written only when present); 0 when name or index is missing.
-KUTIL_API int KUGetImageComponents(const char* spec, char* name, int* index, char* extra);
+KUTIL_API int KUGetImageComponents(const char* imageText, char* name, int* index, char* extra);
 /// Copies a referenced file into targetDir (ending in a separator) without overwriting, new name to out (264 bytes, always terminated); 1 when the file is there afterwards or needs no copy.
 KUTIL_API int KUCopyToTarget(const char* source, const char* targetDir, char* out);

@@ -308,12 +308,12 @@ TEST(KUOverlongFile, PathPartsFitTheirBuffers) {
   OutBuffer name(261);
   OutBuffer extra(261);
   int index = -1;
-  const std::string spec = longText('i') + "|12|" + longText('x');
-  ASSERT_EQ(KUGetImageComponents(spec.c_str(), name.data(), &index, extra.data()), 1);
+  const std::string imageText = longText('i') + "|12|" + longText('x');
+  ASSERT_EQ(KUGetImageComponents(imageText.c_str(), name.data(), &index, extra.data()), 1);
   EXPECT_EQ(name.str(), longText('i', 260));
   EXPECT_TRUE(extra.terminated());
-  const std::string spec2 = "pic.bmp|3|" + longText('x');
-  ASSERT_EQ(KUGetImageComponents(spec2.c_str(), name.data(), &index, extra.data()), 1);
+  const std::string imageText2 = "pic.bmp|3|" + longText('x');
+  ASSERT_EQ(KUGetImageComponents(imageText2.c_str(), name.data(), &index, extra.data()), 1);
   EXPECT_EQ(index, 3);
   EXPECT_TRUE(extra.terminated());
   EXPECT_LE(extra.str().size(), 260u);

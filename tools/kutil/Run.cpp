@@ -45,11 +45,11 @@ void printCommand(bool json, const char* counterName, int counter, int code, dou
 }
 
 // "NAME@TICK": the part after the last '@' is the tick.
-bool splitAtTick(const std::string& spec, std::string* name, int* tick) {
-  const std::size_t at = spec.rfind('@');
+bool splitAtTick(const std::string& argument, std::string* name, int* tick) {
+  const std::size_t at = argument.rfind('@');
   long long t = 0;
-  if (at == std::string::npos || at == 0 || !parseInt(spec.substr(at + 1), &t) || t < 1 || t > 1000000) return false;
-  *name = spec.substr(0, at);
+  if (at == std::string::npos || at == 0 || !parseInt(argument.substr(at + 1), &t) || t < 1 || t > 1000000) return false;
+  *name = argument.substr(0, at);
   *tick = static_cast<int>(t);
   return true;
 }
