@@ -9,51 +9,40 @@ namespace {
 class CKGenListTest : public ::testing::Test {
  protected:
   void SetUp() override { list.GLInitialise(); }
+  // The object under the cursor, or nullptr when there is no cursor.
+  void* current() {
+    tagHolder* node = nullptr;
+    return list.GLGetCurrentByAddress(&node) ? node->object : nullptr;
+  }
   CKGenList list;
   int a = 1, b = 2, c = 3;
 };
 
-TEST_F(CKGenListTest, WalksInInsertionOrderAndStaysOnTail) {
+TEST_F(CKGenListTest, WalkStaysOnTheTailAndFindMovesOrClearsTheCursor) {
+  void* object = &a;
+  EXPECT_EQ(list.GLSelectFirstObject(&object, nullptr), 0);
+  EXPECT_EQ(object, &a);
+  EXPECT_EQ(list.GLFind(&a), 0);
   list.GLAdd(&a, nullptr);
   list.GLAdd(&b, &c);
-  void* object = nullptr;
+  list.GLAdd(&c, nullptr);
   void* companion = &a;
   ASSERT_EQ(list.GLSelectFirstObject(&object, &companion), 1);
-  EXPECT_EQ(object, &a);
   EXPECT_EQ(companion, nullptr);
   ASSERT_EQ(list.GLSelectNextObject(&object, &companion), 1);
   EXPECT_EQ(object, &b);
   EXPECT_EQ(companion, &c);
-  EXPECT_EQ(list.GLSelectNextObject(&object, &companion), 0);
-  tagHolder* node = nullptr;
-  ASSERT_EQ(list.GLGetCurrentByAddress(&node), 1);
-  EXPECT_EQ(node->object, &b);
-}
-
-TEST_F(CKGenListTest, EmptyListSelectsNothing) {
-  void* object = &a;
-  EXPECT_EQ(list.GLSelectFirstObject(&object, nullptr), 0);
-  EXPECT_EQ(object, &a);
+  list.GLSelectNextObject(&object, nullptr);
   EXPECT_EQ(list.GLSelectNextObject(&object, nullptr), 0);
-  tagHolder* node = nullptr;
-  EXPECT_EQ(list.GLGetCurrentByAddress(&node), 0);
-  EXPECT_EQ(list.GLFind(&a), 0);
-  EXPECT_EQ(list.GLRemoveFromList(&a), 0);
-}
+  EXPECT_EQ(current(), &c);  // the cursor stays on the tail
 
-TEST_F(CKGenListTest, FindMovesOrClearsCursor) {
-  list.GLAdd(&a, nullptr);
-  list.GLAdd(&b, nullptr);
-  list.GLAdd(&c, nullptr);
-  ASSERT_EQ(list.GLFind(&b), 1);
-  void* object = nullptr;
+  ASSERT_EQ(list.GLFind(&a), 1);
   ASSERT_EQ(list.GLSelectNextObject(&object, nullptr), 1);
-  EXPECT_EQ(object, &c);
+  EXPECT_EQ(object, &b);
   int absent = 0;
   EXPECT_EQ(list.GLFind(&absent), 0);
+  EXPECT_EQ(current(), nullptr);
   EXPECT_EQ(list.GLSelectNextObject(&object, nullptr), 0);
-  tagHolder* node = nullptr;
-  EXPECT_EQ(list.GLGetCurrentByAddress(&node), 0);
 }
 
 TEST_F(CKGenListTest, RemoveTakesFirstDuplicateAndAlwaysClearsCursor) {
@@ -62,59 +51,41 @@ TEST_F(CKGenListTest, RemoveTakesFirstDuplicateAndAlwaysClearsCursor) {
   list.GLAdd(&b, &c);
   list.GLSelectFirstObject(nullptr, nullptr);
   EXPECT_EQ(list.GLRemoveFromList(&b), 1);
-  tagHolder* node = nullptr;
-  EXPECT_EQ(list.GLGetCurrentByAddress(&node), 0);
+  EXPECT_EQ(current(), nullptr);
   ASSERT_EQ(list.GLFind(&b), 1);
+  tagHolder* node = nullptr;
   list.GLGetCurrentByAddress(&node);
   EXPECT_EQ(node->companion, &c);
-
   int absent = 0;
   EXPECT_EQ(list.GLRemoveFromList(&absent), 0);
-  EXPECT_EQ(list.GLGetCurrentByAddress(&node), 0);
-
+  EXPECT_EQ(current(), nullptr);
   EXPECT_EQ(list.GLRemoveFromList(&a), 1);  // the head
-  void* object = nullptr;
-  ASSERT_EQ(list.GLSelectFirstObject(&object, nullptr), 1);
-  EXPECT_EQ(object, &b);
   EXPECT_EQ(list.GLRemoveFromList(&b), 1);
+  void* object = nullptr;
   EXPECT_EQ(list.GLSelectFirstObject(&object, nullptr), 0);
-  EXPECT_EQ(list.GLAdd(&c, nullptr), 1);  // usable again after emptying
+  list.GLAdd(&c, nullptr);  // usable again after emptying
   EXPECT_EQ(list.GLFind(&c), 1);
 }
 
-TEST_F(CKGenListTest, SetCurrentTrustsNodesButNeedsANonEmptyList) {
-  CKGenList other;
-  other.GLInitialise();
-  other.GLAdd(&c, nullptr);
-  tagHolder* foreign = nullptr;
-  other.GLSelectFirstObject(nullptr, nullptr);
-  other.GLGetCurrentByAddress(&foreign);
-
-  EXPECT_EQ(list.GLSetCurrentByAddress(foreign), 0);
-  list.GLAdd(&a, nullptr);
-  EXPECT_EQ(list.GLSetCurrentByAddress(foreign), 1);
-  tagHolder* node = nullptr;
-  ASSERT_EQ(list.GLGetCurrentByAddress(&node), 1);
-  EXPECT_EQ(node, foreign);
-  EXPECT_EQ(list.GLSetCurrentByAddress(nullptr), 1);
-  EXPECT_EQ(list.GLGetCurrentByAddress(&node), 0);
-}
-
-TEST_F(CKGenListTest, SaveAndRestoreCursorAroundNestedWalk) {
+TEST_F(CKGenListTest, SavedCursorRestoresAnOuterWalkAndNeedsANonEmptyList) {
+  tagHolder* saved = nullptr;
   list.GLAdd(&a, nullptr);
   list.GLAdd(&b, nullptr);
-  list.GLAdd(&c, nullptr);
   void* outer = nullptr;
   list.GLSelectFirstObject(&outer, nullptr);
-  tagHolder* saved = nullptr;
   list.GLGetCurrentByAddress(&saved);
   void* inner = nullptr;
-  list.GLSelectFirstObject(&inner, nullptr);
   while (list.GLSelectNextObject(&inner, nullptr) == 1) {
   }
-  list.GLSetCurrentByAddress(saved);
+  EXPECT_EQ(list.GLSetCurrentByAddress(saved), 1);
   ASSERT_EQ(list.GLSelectNextObject(&outer, nullptr), 1);
   EXPECT_EQ(outer, &b);
+  EXPECT_EQ(list.GLSetCurrentByAddress(nullptr), 1);
+  EXPECT_EQ(current(), nullptr);
+
+  CKGenList empty;
+  empty.GLInitialise();
+  EXPECT_EQ(empty.GLSetCurrentByAddress(saved), 0);
 }
 
 }  // namespace
