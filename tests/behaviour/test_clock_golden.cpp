@@ -13,14 +13,12 @@ namespace {
 struct Fnv1a {
   std::uint64_t value = 14695981039346656037ull;
   void add(const void* data, std::size_t size) {
-    const unsigned char* p = static_cast<const unsigned char*>(data);
-    for (std::size_t i = 0; i < size; ++i) value = (value ^ p[i]) * 1099511628211ull;
+    for (std::size_t i = 0; i < size; ++i) add(static_cast<const unsigned char*>(data)[i]);
   }
   void add(std::int32_t v) {
-    const unsigned char bytes[4] = {static_cast<unsigned char>(v), static_cast<unsigned char>(v >> 8),
-                                    static_cast<unsigned char>(v >> 16), static_cast<unsigned char>(v >> 24)};
-    add(bytes, 4);
+    for (int shift = 0; shift < 32; shift += 8) add(static_cast<unsigned char>(v >> shift));
   }
+  void add(unsigned char byte) { value = (value ^ byte) * 1099511628211ull; }
 };
 
 // Runs the scene for a number of ticks with a clock that starts just before midnight and moves on one
@@ -37,22 +35,12 @@ std::uint64_t runScene(int ticks, int* outputs) {
                                KAR_EVENT_COLLIDE, KAR_EVENT_IMPACT, KAR_EVENT_CUT, KAR_EVENT_COPY, KAR_CMD_RESET,
                                KAR_MOTION_FORWARD, 99};
   std::uint32_t lcg = 12345u;
-  int second = 50, minute = 59, hour = 23, day = 21, weekDay = 6;
   Fnv1a hash;
   *outputs = 0;
   for (int t = 0; t < ticks; ++t) {
-    if (t > 0 && t % 4 == 0 && ++second == 60) {
-      second = 0;
-      if (++minute == 60) {
-        minute = 0;
-        if (++hour == 24) {
-          hour = 0;
-          ++day;
-          weekDay = (weekDay + 1) % 7;
-        }
-      }
-    }
-    clock.set(2026, 10, day, weekDay, hour, minute, second);
+    const int since = (23 * 60 + 59) * 60 + 50 + t / 4;  // seconds since midnight of day 21
+    const int days = since / 86400;
+    clock.set(2026, 10, 21 + days, (6 + days) % 7, since / 3600 % 24, since / 60 % 60, since % 60);
     lcg = lcg * 1103515245u + 12345u;
     const std::uint32_t r = (lcg >> 16) & 0x7fff;
     if (r % 3 == 0) b.in.FIPushFIFOCommand(inputs[(r / 3) % 11], 1.0f, "in", 2);
