@@ -69,23 +69,18 @@ TEST_F(CKDecideClock, ResetByCommandOrStopAction) {
   EXPECT_EQ(b.tick(), Commands{});
 }
 
-TEST_F(CKDecideClock, CallWaitsForTheGroupToReturn) {
-  load("ON open CALL door\nIN door MOVE UP BY 1\nIN door MOVE DOWN\nIN door RETURN\n");
+TEST_F(CKDecideClock, CallWaitsForTheGroupToReturnAndRepeats) {
+  load("ON open CALL door FOR 2\nIN door MOVE UP BY 1\nIN door MOVE DOWN\nIN door RETURN\n");
   EXPECT_EQ(b.tick(KAR_EVENT_OPEN), Commands{move(KAR_MOTION_UP, 1.0f)});
   EXPECT_EQ(state(0) + callStack(rowAt(b.table, 0)) + state(2), "busycall.doornext");
   // An open while the caller is busy is taken by nobody and goes nowhere.
   EXPECT_EQ(b.tick(KAR_EVENT_OPEN), Commands{move(KAR_MOTION_DOWN)});
+  // The return calls the group again within the same tick.
+  EXPECT_EQ(b.tick(), Commands{move(KAR_MOTION_UP, 1.0f)});
+  EXPECT_EQ(b.tick(), Commands{move(KAR_MOTION_DOWN)});
   EXPECT_EQ(b.tick(), Commands{});
   EXPECT_EQ(state(0) + callStack(rowAt(b.table, 0)), "idleempty");
-}
-
-TEST_F(CKDecideClock, RepeatedCallerCallsAgainOnReturn) {
-  load("ON open CALL door FOR 2\nIN door MOVE UP\nIN door RETURN\n");
-  EXPECT_EQ(b.tick(KAR_EVENT_OPEN), Commands{move(KAR_MOTION_UP)});
-  EXPECT_EQ(b.tick(), Commands{move(KAR_MOTION_UP)});
-  EXPECT_EQ(b.tick(), Commands{});
-  EXPECT_EQ(state(0), "idle");
-  EXPECT_EQ(b.tick(KAR_EVENT_OPEN), Commands{move(KAR_MOTION_UP)}) << "ready for the next trigger";
+  EXPECT_EQ(b.tick(KAR_EVENT_OPEN), Commands{move(KAR_MOTION_UP, 1.0f)}) << "ready for the next trigger";
 }
 
 TEST_F(CKDecideClock, NestedCallsUnwindInOneTick) {
@@ -197,9 +192,7 @@ TEST_F(CKDecideClock, MisuseChangesNothingAndNeverHangs) {
 
   b.table.DEAttachOutputFIFO(&b.out);
   b.tick(KAR_EVENT_OPEN);  // groups calling each other in a circle
-  CKActionRow* selected = nullptr;
-  b.table.DEGetSelectedActionRow(&selected);
-  EXPECT_EQ(selected, rowAt(b.table, 2)) << "the host's selection survives a tick";
+  EXPECT_EQ(DecideAccess::selectedRow(b.table), rowAt(b.table, 2)) << "the host's selection survives a tick";
 
   // One FIFO as both input and output: the command passes through once per tick.
   Behaviour loop;
