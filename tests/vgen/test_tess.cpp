@@ -48,6 +48,10 @@ TEST(KVTessellation, SquareDropsTheFirstDiagonalAndReversalDescends) {
   EXPECT_EQ(d13->removed, 0);
   EXPECT_EQ(closing->boundary, 1);
   EXPECT_EQ(closing->crossings, -1);
+  int a = -7, b = -7, c = -7;
+  EXPECT_EQ(g->KVGetNextTesselatedTriangle(&a, &b, &c), 0);  // past the end, the cursor stays
+  EXPECT_EQ(g->m_tessellation->triangleCursor, 1);
+  EXPECT_EQ(g->KVGetNextTesselatedTriangle(nullptr, &b, &c), 0);
 
   g->KVSetNormalDirection(0);
   ASSERT_EQ(g->KVIsNormalReversalActive(), 1);
@@ -75,37 +79,6 @@ TEST(KVTessellation, FailureLeavesNoTessellation) {
   int a, b, c;
   EXPECT_EQ(sq->KVGetFirstTesselatedTriangle(&a, &b, &c), 0);
   EXPECT_EQ(sq->KVGetNextTesselatedTriangle(&a, &b, &c), 0);
-}
-
-TEST(KVTessellation, IterationStopsAtTheEndAndKeepsItsPlace) {
-  Gen g;
-  addSeed(g.g, {vec(0, 0, 0), vec(4, 0, 0), vec(5, 3, 0), vec(2, 5, 0), vec(-1, 3, 0)});
-  ASSERT_EQ(g->KVTesselateSeedPlane(), 1);
-  const std::vector<Triple> all = allTriangles(g.g);
-  ASSERT_EQ(all.size(), 3u);
-  int a = -7, b = -7, c = -7;
-  EXPECT_EQ(g->KVGetNextTesselatedTriangle(&a, &b, &c), 0);
-  EXPECT_EQ(g->m_tessellation->triangleCursor, 2);
-  EXPECT_EQ(g->KVGetNextTesselatedTriangle(nullptr, &b, &c), 0);
-  ASSERT_EQ(g->KVGetFirstTesselatedTriangle(&a, &b, &c), 1);
-  EXPECT_EQ((Triple{a, b, c}), all[0]);
-}
-
-TEST(KVTessellation, ConcaveSeedKeepsOnlyInsideChords) {
-  Gen g;
-  for (const _D3DVECTOR& p : kutil::test::lShapeSeed(6, 6, 2)) g->KVAddSeedVertex(&p);
-  ASSERT_EQ(g->KVTesselateSeedPlane(), 1);
-  EXPECT_EQ(allTriangles(g.g).size(), 4u);
-  CKFootPrint laid;
-  laid.FPInitialise();
-  ASSERT_EQ(g->KVFootPrintFromSeed(&laid, 1), 1);
-  for (const auto& s : g->m_tessellation->segments) {
-    if (s.boundary) continue;
-    const _D3DVECTOR mid = {(s.start.x + s.end.x) / 2, 0.0f, (s.start.y + s.end.y) / 2};
-    EXPECT_EQ(laid.FPIsPointInside(&mid), 1) << s.first << "-" << s.second;
-  }
-  EXPECT_EQ(findSegment(g.g, 2, 4), nullptr);  // straight across the notch
-  laid.FPTerminate();
 }
 
 TEST(KVTessellation, OutsidePointLiesBeyondTheBox) {
