@@ -25,18 +25,10 @@ class RegistrySandbox {
   ~RegistrySandbox() {
     cleanup();
 #if !defined(_WIN32)
-    if (m_hadOld) {
-      setenv("KUTIL_REGISTRY_DIR", m_old.c_str(), 1);
-    } else {
-      unsetenv("KUTIL_REGISTRY_DIR");
-    }
+    if (m_hadOld) setenv("KUTIL_REGISTRY_DIR", m_old.c_str(), 1);
+    else unsetenv("KUTIL_REGISTRY_DIR");
 #endif
   }
-  RegistrySandbox(const RegistrySandbox&) = delete;
-  RegistrySandbox& operator=(const RegistrySandbox&) = delete;
-
-  /// The folder the stores live in (POSIX), usable as scratch space.
-  const TempDir& dir() const { return m_dir; }
 
  private:
   // Removes, deepest first, every key the services tests create.
