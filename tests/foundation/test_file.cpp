@@ -11,10 +11,7 @@
 
 namespace {
 
-using kutil::test::fileExists;
-using kutil::test::readFile;
-using kutil::test::TempDir;
-using kutil::test::writeFile;
+using namespace kutil::test;
 
 TEST(KUFileType, EndingsInTableOrderAndIconsByContent) {
   const std::pair<const char*, int> names[] = {{"PHOTO.BMP", 3}, {"x.Bmp", 3},   {"readme", 1},  {"saver.scr", 22},
@@ -51,7 +48,7 @@ TEST(KUFileOps, TouchAppendAndCount) {
   EXPECT_EQ(KUAppendLine(path.c_str(), "one\n"), 1);
   EXPECT_EQ(KUAppendLine(path.c_str(), "two"), 1);
   EXPECT_EQ(KUTouch(path.c_str()), 1);  // leaves content alone
-  EXPECT_EQ(kutil::test::readLines(path), (std::vector<std::string>{"one", "two"}));
+  EXPECT_EQ(readLines(path), (std::vector<std::string>{"one", "two"}));
   long count = -1;
   ASSERT_EQ(KUCountLinesInFile(path.c_str(), &count), 1);
   EXPECT_EQ(count, 2);

@@ -17,16 +17,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using kutil::test::fileExists;
-using kutil::test::kSep;
-using kutil::test::makeSubDir;
-using kutil::test::readFile;
-using kutil::test::readLines;
-using kutil::test::rowTexts;
-using kutil::test::shapeTextures;
-using kutil::test::TempDir;
-using kutil::test::writeFile;
-using kutil::test::writeShape;
+using namespace kutil::test;
 using Texts = std::vector<std::string>;
 
 constexpr const char* kFaces[] = {"fw", "rh", "bk", "lf", "up", "dn"};
@@ -40,18 +31,15 @@ Texts linesMentioning(const std::string& dir, const std::string& text) {
   return found;
 }
 
-class Package : public kutil::test::NormaliseTest {};
+class Package : public NormaliseTest {};
 
 TEST_F(Package, GatherRelativiseMoveAndResolve) {
   TempDir root;
-  const std::string behave = makeSubDir(root, "behave");
-  const std::string shapes = makeSubDir(root, "shapes");
-  const std::string tex = makeSubDir(root, "tex");
-  const std::string sky = makeSubDir(root, "sky");
-  const std::string sounds = makeSubDir(root, "sounds");
-  const std::string scenes = makeSubDir(root, "scenes");
-  const std::string home = makeSubDir(root, "kaldo");
-  const std::string package = makeSubDir(root, "package");
+  std::string behave, shapes, tex, sky, sounds, scenes, home, package;
+  const std::pair<std::string*, const char*> dirs[] = {{&behave, "behave"}, {&shapes, "shapes"}, {&tex, "tex"},
+                                                       {&sky, "sky"},       {&sounds, "sounds"}, {&scenes, "scenes"},
+                                                       {&home, "kaldo"},    {&package, "package"}};
+  for (const auto& [dir, name] : dirs) *dir = makeSubDir(root, name);
   ASSERT_EQ(KUSetNormalisationVariables("/w", "/w/s", "/p", home.substr(0, home.size() - 1).c_str()), 1);
 
   for (const char* face : kFaces) writeFile(sky + "sky_" + face + ".bmp", std::string("face ") + face);
@@ -61,18 +49,10 @@ TEST_F(Package, GatherRelativiseMoveAndResolve) {
   writeShape(shapes + "box.ksf", tex + "wood.bmp", tex + "sky.anb", "");
   writeFile(sounds + "bump.wav", "bump");
   writeFile(home + "viewer.exe", "viewer");
-  writeFile(behave + "room.kvc",
-            "ON select LOAD \"" + behave + "door.kvc\"\nON open PLAY \"" + sounds + "bump.wav\"\n");
-  writeFile(behave + "door.kvc", "ON select REPLACE \"" + shapes +
-                                     "box.ksf\"\n"
-                                     "ON open LOAD \"" +
-                                     behave +
-                                     "room.kvc\"\n"
-                                     "ON collide PLAY \"" +
-                                     sounds +
-                                     "bump.wav\"\n"
-                                     "ON ping CALL spin\n"
-                                     "IN spin PING hall\n");
+  writeFile(behave + "room.kvc", "ON select LOAD \"" + behave + "door.kvc\"\nON open PLAY \"" + sounds + "bump.wav\"\n");
+  writeFile(behave + "door.kvc", "ON select REPLACE \"" + shapes + "box.ksf\"\nON open LOAD \"" + behave +
+                                     "room.kvc\"\nON collide PLAY \"" + sounds +
+                                     "bump.wav\"\nON ping CALL spin\nIN spin PING hall\n");
   writeFile(scenes + "hall.ksl", "# hall\n\n" + behave + "door.kvc\n" + home + "viewer.exe\n");
 
   // Gather: the list, then the behaviour files with their shapes and animations.
