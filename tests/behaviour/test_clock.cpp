@@ -218,9 +218,13 @@ TEST_F(CKDecideClock, TraceRecordsRowsResetsAndTicks) {
   rowAt(b.table, 5)->ARSetRunState("next");
   rowAt(b.table, 0)->ARSetEvent(99);
   b.tick(99);
-  b.table.DECloseTrace();
-
-  const std::vector<std::string> expected = {
+  // The host's stream: reopened for appending, closed once, and silent while closed.
+  ASSERT_EQ(b.table.DEOpenTrace(path.c_str(), 1), 1);
+  b.table.DEReset();
+  EXPECT_EQ(b.table.DECloseTrace(), 1);
+  EXPECT_EQ(b.table.DECloseTrace(), 0);
+  b.table.DEReset();
+  std::vector<std::string> expected = {
       "IN MAAAAAAAAAAAAAA01 NULL []",  // AT rows are labelled IN ...
       "ON select CALL [\"]",
       "AT \" PLAY [x.wav]",            // ... and IN rows AT
@@ -233,8 +237,13 @@ TEST_F(CKDecideClock, TraceRecordsRowsResetsAndTicks) {
       "ERROR: IN Grouping not set.",
       "ERROR: ON Event Type not recognised.",
       "2026/10/22[0]  9:5:3 [4]",
+      "***STOP+RESET***",
   };
   EXPECT_EQ(kutil::test::readLines(path), expected);
+  ASSERT_EQ(b.table.DEOpenTrace(path.c_str(), 0), 1);
+  b.table.DECloseTrace();
+  EXPECT_EQ(kutil::test::readFile(path), "") << "opened afresh without appending";
+  EXPECT_EQ(b.table.DEOpenTrace("", 0), 0);
 }
 
 }  // namespace

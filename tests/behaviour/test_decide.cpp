@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
-// The behaviour table's row list, cursor, copy and trace stream.
+// The behaviour table's row list, cursor and copy.
 #include <gtest/gtest.h>
 
 #include "test_decide_support.h"
@@ -87,25 +87,6 @@ TEST(CKDecideTable, CopyTakesRowsAndScaleOnly) {
   EXPECT_EQ(rowAt(copy, 0), nullptr);
   EXPECT_EQ(DecideAccess::itemScaleFactor(copy), 2.5f);
   EXPECT_EQ(copy.DECopyFrom(&copy), 0);
-}
-
-TEST(CKDecideTable, TraceStreamTruncatesOrAppends) {
-  CKDecide table;
-  kutil::test::TempDir dir;
-  const std::string path = dir.file("trace.txt");
-  EXPECT_EQ(table.DEOpenTrace("", 0), 0);
-  ASSERT_EQ(table.DEOpenTrace(path.c_str(), 0), 1);
-  table.DEReset();
-  ASSERT_EQ(table.DEOpenTrace(path.c_str(), 1), 1);
-  table.DEReset();
-  EXPECT_EQ(table.DECloseTrace(), 1);
-  EXPECT_EQ(table.DECloseTrace(), 0);
-  table.DEReset();
-  EXPECT_EQ(kutil::test::readText(path), "***STOP+RESET***\n***STOP+RESET***\n");
-  ASSERT_EQ(table.DEOpenTrace(path.c_str(), 0), 1);
-  table.DEReset();
-  table.DECloseTrace();
-  EXPECT_EQ(kutil::test::readText(path), "***STOP+RESET***\n");
 }
 
 }  // namespace

@@ -81,13 +81,7 @@ class ScriptedClock {
 
   /// Year, zero-based month, day, weekday, hour, minute, second.
   void set(int year, int month, int day, int weekDay, int hour, int minute, int second) {
-    s_now.year = year;
-    s_now.month = month;
-    s_now.day = day;
-    s_now.weekDay = weekDay;
-    s_now.hour = hour;
-    s_now.minute = minute;
-    s_now.second = second;
+    s_now = {year, month, 0, day, weekDay, hour, minute, second, -1};
   }
   void setSecond(int second) { s_now.second = second; }
   void setAvailable(bool on) { s_available = on; }
@@ -97,8 +91,7 @@ class ScriptedClock {
     if (!s_available) return 0;
     const int reserved = when->reserved;
     *when = s_now;
-    when->reserved = reserved;
-    when->extra = -1;
+    when->reserved = reserved;  // never written by a time reading
     return 1;
   }
   static inline tagKDATETIME s_now = {};
