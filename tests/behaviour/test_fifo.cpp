@@ -52,19 +52,7 @@ TEST(CKFIFO, RingCarriesEveryFieldAndKeepsItsEmptyAndFullRules) {
   EXPECT_EQ(drain(fifo), "10,20,30,40,50,60,70,80,");
 }
 
-TEST(CKFIFO, UpdateFromMovesWhatFitsAndDropsTheRest) {
-  CKFIFO fifo, source;
-  for (int i = 0; i < 8; ++i) source.FIPushFIFOCommand(100 + i, 1.0f, "t", 1);
-  for (int i = 0; i < 5; ++i) fifo.FIPushFIFOCommand(i, 1.0f);
-  EXPECT_EQ(fifo.FIUpdateFIFOFrom(&source, 16), 1);
-  EXPECT_EQ(source.FITestFIFOCommandPipe(), 0);
-  EXPECT_EQ(drain(fifo), "00,10,20,30,40,100t17,101t17,102t17,");
-  EXPECT_EQ(fifo.FIUpdateFIFOFrom(&source), 0);
-  EXPECT_EQ(fifo.FIUpdateFIFOFrom(nullptr), 0);
-  EXPECT_EQ(fifo.FIUpdateFIFOFrom(&fifo), 0);
-}
-
-TEST(CKFIFO, PeekToSelectsByMaskAndRewritesFlagsByMode) {
+TEST(CKFIFO, CopiesSelectByMaskRewriteFlagsAndDropWhatDoesNotFit) {
   CKFIFO fifo;
   // Wrap the ring first so the walk crosses its end.
   for (int i = 0; i < 6; ++i) fifo.FIPushFIFOCommand(i, 1.0f);
@@ -86,13 +74,17 @@ TEST(CKFIFO, PeekToSelectsByMaskAndRewritesFlagsByMode) {
     EXPECT_EQ(fifo.FIPeekFIFOTo(&destination, c.mask, c.mode), c.result);
     EXPECT_EQ(drain(destination), c.copied);
   }
-  // Overflow is dropped and the source stays untouched.
+  // Overflow is dropped; peeking leaves the source untouched, updating empties it.
   CKFIFO destination;
   for (int i = 0; i < 6; ++i) destination.FIPushFIFOCommand(9, 1.0f);
   EXPECT_EQ(fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, KFI_MODE_KEEP), 1);
   EXPECT_EQ(drain(destination), "90,90,90,90,90,90,1a1,2b2,");
-  EXPECT_EQ(drain(fifo), "1a1,2b2,3c17,");
-  EXPECT_EQ(fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, 0), 0);
+  for (int i = 0; i < 6; ++i) destination.FIPushFIFOCommand(9, 1.0f);
+  EXPECT_EQ(destination.FIUpdateFIFOFrom(&fifo, 16), 1);
+  EXPECT_EQ(fifo.FITestFIFOCommandPipe(), 0);
+  EXPECT_EQ(drain(destination), "90,90,90,90,90,90,1a17,2b18,");
+  EXPECT_EQ(fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, 0) + destination.FIUpdateFIFOFrom(&fifo), 0);
+  EXPECT_EQ(fifo.FIUpdateFIFOFrom(nullptr) + fifo.FIUpdateFIFOFrom(&fifo), 0);
 }
 
 TEST(KUGetMagnitudeForFIFOInput, StandardStepsByMotionKind) {
