@@ -41,83 +41,60 @@ class Sound : public ::testing::Test {
   void TearDown() override { kutil::detail::setSoundPlayer(nullptr); }
   std::vector<std::string> playedFiles() const {
     std::vector<std::string> out;
-    for (const auto& p : g_played) {
-      if (p.file != "<stop>") out.push_back(p.file);
-    }
+    for (const auto& p : g_played) out.push_back(p.file);
     return out;
   }
   CKSound m_sound;
 };
 
 TEST_F(Sound, QueueKeepsTheTwoMostUrgentInOrder) {
-  // 5, 3, 4: the first plays, then the 4 that replaced the queued 3.
-  m_sound.SORequestSound("five.wav", 5);
-  m_sound.SORequestSound("three.wav", 3);
-  m_sound.SORequestSound("four.wav", 4);
-  m_sound.SORequestSound("two.wav", 2);  // dropped: the queued one is more urgent
-  EXPECT_EQ(1, m_sound.SOPlaySound());
-  EXPECT_EQ(1, m_sound.SOPlaySound());
-  EXPECT_EQ(0, m_sound.SOPlaySound());
-  EXPECT_EQ((std::vector<std::string>{"five.wav", "four.wav"}), playedFiles());
+  // Each row: requests with their priorities, then what plays until the queue is empty.
+  const struct { std::vector<std::pair<const char*, int>> requests; std::vector<std::string> played; } rows[] = {
+      {{{"five", 5}, {"three", 3}, {"four", 4}, {"two", 2}}, {"five", "four"}},  // 4 displaces the queued 3
+      {{{"five", 5}, {"nine", 9}}, {"nine"}},                                    // more urgent supersedes
+      {{{"a", 5}, {"b", 5}, {"c", 5}}, {"a", "b"}},  // equal ones queue, but never displace
+  };
+  for (const auto& row : rows) {
+    g_played.clear();
+    for (const auto& [file, priority] : row.requests) m_sound.SORequestSound(file, priority);
+    while (m_sound.SOPlaySound()) {
+    }
+    EXPECT_EQ(row.played, playedFiles());
+  }
 }
 
-TEST_F(Sound, AMoreUrgentSoundSupersedesTheCurrentOne) {
-  m_sound.SORequestSound("five.wav", 5);
-  m_sound.SORequestSound("nine.wav", 9);
-  EXPECT_EQ(1, m_sound.SOPlaySound());
-  EXPECT_EQ(0, m_sound.SOPlaySound());
-  EXPECT_EQ((std::vector<std::string>{"nine.wav"}), playedFiles());
-
-  // Equal priorities queue behind, a later equal one does not displace the queued.
-  m_sound.SORequestSound("a.wav", 5);
-  m_sound.SORequestSound("b.wav", 5);
-  m_sound.SORequestSound("c.wav", 5);
-  m_sound.SOPlaySound();
-  m_sound.SOPlaySound();
-  EXPECT_EQ((std::vector<std::string>{"nine.wav", "a.wav", "b.wav"}), playedFiles());
-}
-
-TEST_F(Sound, FlagsDependOnPriority) {
+TEST_F(Sound, FlagsDependOnPriorityAndClearStopsEverything) {
   m_sound.SORequestSound("ordinary.wav", 100);
   m_sound.SOPlaySound();
   m_sound.SORequestSound("urgent.wav", 101);
   m_sound.SOPlaySound();
-  ASSERT_EQ(2u, g_played.size());
+  m_sound.SORequestSound("a.wav", 5);
+  m_sound.SORequestSound("b.wav", 3);
+  EXPECT_EQ(1, m_sound.SOClearSound());
+  ASSERT_EQ(3u, g_played.size());
   EXPECT_EQ(0x20011u, g_played[0].flags);
   EXPECT_EQ(0x20001u, g_played[1].flags);
+  EXPECT_EQ("<stop>", g_played[2].file);
+  EXPECT_EQ(0x40u, g_played[2].flags);
+  EXPECT_EQ(0, m_sound.SOPlaySound());
+  // Priorities are back to none: any new request becomes current.
+  m_sound.SORequestSound("c.wav", -5);
+  EXPECT_EQ(1, m_sound.SOPlaySound());
+  EXPECT_EQ("c.wav", g_played.back().file);
 }
 
 TEST_F(Sound, DisabledOrFailedSoundsAreStillConsumed) {
-  m_sound.SOEnableSound(0);
-  EXPECT_EQ(0, m_sound.SOIsSoundEnabled());
-  m_sound.SORequestSound("quiet.wav", 1);
-  EXPECT_EQ(1, m_sound.SOPlaySound());
-  EXPECT_EQ(0, m_sound.SOPlaySound());
   m_sound.SOEnableSound(2);  // only exactly 1 enables
   m_sound.SORequestSound("quiet.wav", 1);
   EXPECT_EQ(1, m_sound.SOPlaySound());
+  EXPECT_EQ(0, m_sound.SOPlaySound());
   EXPECT_TRUE(g_played.empty());
-
   m_sound.SOEnableSound(1);
   g_playResult = 0;
   m_sound.SORequestSound("busy.wav", 1);
   EXPECT_EQ(0, m_sound.SOPlaySound());
   EXPECT_EQ(0, m_sound.SOPlaySound());
   EXPECT_EQ(1u, g_played.size());
-}
-
-TEST_F(Sound, ClearEmptiesTheQueueAndStopsEverything) {
-  m_sound.SORequestSound("a.wav", 5);
-  m_sound.SORequestSound("b.wav", 3);
-  EXPECT_EQ(1, m_sound.SOClearSound());
-  ASSERT_EQ(1u, g_played.size());
-  EXPECT_EQ("<stop>", g_played[0].file);
-  EXPECT_EQ(0x40u, g_played[0].flags);
-  EXPECT_EQ(0, m_sound.SOPlaySound());
-  // Priorities are back to none: any new request becomes current.
-  m_sound.SORequestSound("c.wav", -5);
-  EXPECT_EQ(1, m_sound.SOPlaySound());
-  EXPECT_EQ("c.wav", g_played.back().file);
 }
 
 TEST_F(Sound, BackgroundListKeepsOnlyReadableFiles) {
