@@ -21,18 +21,13 @@ long g_allocations = 0;
 
 void* allocate(std::size_t size) {
   if (g_counting) ++g_allocations;
-  return std::malloc(size != 0 ? size : 1);
+  if (void* p = std::malloc(size != 0 ? size : 1)) return p;
+  throw std::bad_alloc();
 }
 }  // namespace
 
-void* operator new(std::size_t size) {
-  if (void* p = allocate(size)) return p;
-  throw std::bad_alloc();
-}
-void* operator new[](std::size_t size) {
-  if (void* p = allocate(size)) return p;
-  throw std::bad_alloc();
-}
+void* operator new(std::size_t size) { return allocate(size); }
+void* operator new[](std::size_t size) { return allocate(size); }
 // The nothrow forms of the runtime forward to these.
 void operator delete(void* p) noexcept { std::free(p); }
 void operator delete[](void* p) noexcept { std::free(p); }
