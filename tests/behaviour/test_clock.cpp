@@ -5,13 +5,9 @@
 
 #include "test_decide_support.h"
 
+using namespace kutil::test;
 using kutil::detail::ActionRowAccess;
 using kutil::detail::DecideAccess;
-using kutil::test::Behaviour;
-using kutil::test::callStack;
-using kutil::test::Command;
-using kutil::test::rowAt;
-using kutil::test::runState;
 
 namespace {
 
@@ -22,11 +18,11 @@ Command ping(const char* text, int code = KAR_EVENT_PING) { return {code, 1.0f, 
 
 class CKDecideClock : public ::testing::Test {
  protected:
-  void load(const std::string& text) { ASSERT_EQ(kutil::test::loadText(b.table, dir, text), 1); }
+  void load(const std::string& text) { ASSERT_EQ(loadText(b.table, dir, text), 1); }
   std::string state(int row) { return runState(rowAt(b.table, row)); }
 
-  kutil::test::ScriptedClock clock;
-  kutil::test::TempDir dir;
+  ScriptedClock clock;
+  TempDir dir;
   Behaviour b;
 };
 
@@ -136,7 +132,7 @@ TEST_F(CKDecideClock, AFailingRowStopsTheDispatchOfItsCommand) {
 TEST_F(CKDecideClock, PlaybackPushesTheRecordingOneCommandPerTick) {
   const std::string rec = dir.file("walk.rec");
   // FORWARD twice with flags 0, then TURNLEFT once with flag bit 1, which is pushed twice.
-  kutil::test::writeFile(rec, "[CM][1]1[MG][1]0[TX][0][RP][1]1\n[CM][1]3[MG][1]1[TX][4]left[RP][1]0\n");
+  writeFile(rec, "[CM][1]1[MG][1]0[TX][0][RP][1]1\n[CM][1]3[MG][1]1[TX][4]left[RP][1]0\n");
   load("ON select PLAYBACK \"" + rec + "\"\n");
   b.table.DESetItemScaleFactor(1.5f);
   const Command left = {KAR_MOTION_TURNLEFT, 0.02f, "left", 1};
@@ -233,10 +229,10 @@ TEST_F(CKDecideClock, TraceRecordsRowsResetsAndTicks) {
       "2026/10/22[0]  9:5:3 [4]",
       "***STOP+RESET***",
   };
-  EXPECT_EQ(kutil::test::readLines(path), expected);
+  EXPECT_EQ(readLines(path), expected);
   ASSERT_EQ(b.table.DEOpenTrace(path.c_str(), 0), 1);
   b.table.DECloseTrace();
-  EXPECT_EQ(kutil::test::readFile(path), "") << "opened afresh without appending";
+  EXPECT_EQ(readFile(path), "") << "opened afresh without appending";
   EXPECT_EQ(b.table.DEOpenTrace("", 0), 0);
 }
 
