@@ -11,6 +11,9 @@
 
 namespace kutil::test {
 
+const float kPi = 3.14159265358979f;
+const _D3DVECTOR kNoAxis = {0.0f, 0.0f, 0.0f};
+
 /// A generator initialised on construction (the destructor terminates it).
 struct Gen {
   CKVGen g;
@@ -20,24 +23,18 @@ struct Gen {
 
 inline _D3DVECTOR vec(float x, float y, float z) { return _D3DVECTOR{x, y, z}; }
 
-/// Appends the points as seed vertices.
 inline void addSeed(CKVGen& g, std::initializer_list<_D3DVECTOR> points) {
   for (const _D3DVECTOR& p : points) ASSERT_EQ(g.KVAddSeedVertex(&p), 1);
 }
 
 /// The square (0, 0) - (2, 2) in the x-y plane, counter-clockwise.
-inline void addSquare(CKVGen& g, float side = 2.0f) {
-  addSeed(g, {vec(0, 0, 0), vec(side, 0, 0), vec(side, side, 0), vec(0, side, 0)});
-}
+inline void addSquare(CKVGen& g) { addSeed(g, {vec(0, 0, 0), vec(2, 0, 0), vec(2, 2, 0), vec(0, 2, 0)}); }
 
 /// The current plane's vertices in order.
 inline std::vector<_D3DVECTOR> planeVertices(CKVGen& g) {
   std::vector<_D3DVECTOR> out;
   _D3DVECTOR p;
-  for (int i = 0; g.KVGetGenVertexByNumber(i, &p) == 1; ++i) {
-    out.push_back(p);
-    if (i > 100000) break;
-  }
+  for (int i = 0; i < 1000 && g.KVGetGenVertexByNumber(i, &p) == 1; ++i) out.push_back(p);
   return out;
 }
 

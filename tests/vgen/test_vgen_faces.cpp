@@ -5,15 +5,9 @@
 #include "KVGen.h"
 #include "VGenTestUtil.h"
 
-using kutil::test::addSeed;
-using kutil::test::addSquare;
-using kutil::test::expectNear;
-using kutil::test::Gen;
-using kutil::test::vec;
+using namespace kutil::test;
 
 namespace {
-const _D3DVECTOR kNoAxis = {0.0f, 0.0f, 0.0f};
-
 // A square extruded once by 3 along z.
 void extrudedSquare(CKVGen& g, int edgeDetect = EDGE_DETECT_BOX) {
   g.KVSetEdgeDetectType(edgeDetect);

@@ -5,19 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "KText.h"
 #include "KVGen.h"
 #include "TestSupport.h"
 #include "VGenTestUtil.h"
 
-using kutil::test::addSeed;
-using kutil::test::expectNear;
-using kutil::test::Gen;
-using kutil::test::readLines;
-using kutil::test::TempDir;
-using kutil::test::vec;
+using namespace kutil::test;
 
 namespace {
-
 std::string seedBlock(int x, int y) {
   return "[SED]\n[SEX][6]" + std::to_string(x) + ".0000\n[SEY][6]" + std::to_string(y) + ".0000\n[SEZ][6]0.0000\n[DES]\n";
 }
@@ -27,7 +22,7 @@ const std::string kThreeSeeds = seedBlock(0, 0) + seedBlock(4, 0) + seedBlock(4,
 int restoreText(CKVGen& g, const std::string& text) {
   TempDir dir;
   const std::string path = dir.file("shape.ksf");
-  EXPECT_TRUE(kutil::test::writeFile(path, text));
+  EXPECT_TRUE(writeFile(path, text));
   return g.KVRestore(path.c_str());
 }
 
@@ -36,6 +31,21 @@ int count(CKVGen& g, bool instructions) {
   return (instructions ? g.KVGetNumInstructs(&n) : g.KVGetNumVertices(&n)) == 1 ? n : 0;
 }
 
+void saveShape(const std::string& path, const std::string& front, const std::string& wrap = "") {
+  Gen gen;
+  addSeed(gen.g, {vec(0, 0, 0), vec(1, 0, 0), vec(1, 1, 0)});
+  gen->KVSetFrontPlaneTexture(front.c_str());
+  gen->KVSetWrapSurfaceTexture(wrap.c_str());
+  ASSERT_EQ(gen->KVSave(path.c_str()), 1);
+}
+
+std::string frontTexture(const std::string& path) {
+  Gen gen;
+  char name[300] = "";
+  gen->KVRestore(path.c_str());
+  gen->KVGetFrontPlaneTexture(name);
+  return name;
+}
 }  // namespace
 
 TEST(CKVGenFile, OneVertexShapeFileHasNineteenLines) {
@@ -89,7 +99,7 @@ TEST(CKVGenFile, RoundTripKeepsSettingsSeedAndInstructions) {
   ASSERT_EQ(back->KVSave(again.c_str()), 1);  // every other field shows in the same file
   EXPECT_EQ(readLines(again), readLines(path));
 
-  const std::string cube = kutil::test::testDataPath("vgen/data/cube.ksf");
+  const std::string cube = testDataPath("vgen/data/cube.ksf");
   ASSERT_EQ(back->KVRestore(cube.c_str()), 1);
   ASSERT_EQ(back->KVTesselateSeedPlane(), 1);
   ASSERT_EQ(back->KVGenerate(), 1);
@@ -176,4 +186,38 @@ TEST(CKVGenFile, BadValuesAndOverlongLinesNeverOverrun) {
   gen->KVGetBackTiling(&i);
   EXPECT_EQ(i, 1);  // a line without its segment keeps the field
   EXPECT_EQ(count(gen.g, false), 3);
+}
+
+TEST(KUKSFNormalise, ConvertPutsContentTexturesBesideTheShape) {
+  TempDir dir;
+  const std::string path = dir.file("shape.ksf"), texture = dir.file("front.bmp");
+  saveShape(path, texture);
+  EXPECT_EQ(KUIsKSFFileNormalised(path.c_str()), 0);
+  ASSERT_EQ(KUConvertKSFToRelative(path.c_str()), 1);
+  EXPECT_EQ(frontTexture(path), "?KALDOKWQDIR?front.bmp");
+  char comment[264];
+  ASSERT_EQ(KUGetComment(comment), 1);
+  EXPECT_EQ(std::string(comment), path);
+  EXPECT_EQ(KUIsKSFFileNormalised(path.c_str()), 1);
+  const std::string other = dir.file("other.ksf");
+  saveShape(other, texture, "?WINDOWSDIR?\\wrap.bmp");  // one variablised texture is enough
+  EXPECT_EQ(KUIsKSFFileNormalised(other.c_str()), 1);
+}
+
+TEST(KUKSFNormalise, CopyGathersTexturesAndBadPathsFail) {
+  TempDir dir, target;
+  const std::string texture = dir.file("front.bmp"), path = dir.file("shape.ksf");
+  ASSERT_TRUE(writeFile(texture, "BM......"));
+  saveShape(path, texture);
+  const std::string targetDir = target.path() + "/";
+  ASSERT_EQ(KUCopyKSFFileParts(path.c_str(), targetDir.c_str()), 1);
+  EXPECT_TRUE(fileExists(target.file("front.bmp")));
+  EXPECT_EQ(frontTexture(path), targetDir + "front.bmp");
+
+  EXPECT_EQ(KUConvertKSFToRelative("?KALDOKWQDIR?shape.ksf"), 1);  // nothing to do
+  EXPECT_EQ(KUCopyKSFFileParts("", "x"), 1);
+  const std::string missing = dir.file("absent.ksf");
+  EXPECT_EQ(KUConvertKSFToRelative(missing.c_str()), 0);
+  EXPECT_EQ(KUCopyKSFFileParts(missing.c_str(), dir.path().c_str()), 0);
+  EXPECT_EQ(KUIsKSFFileNormalised(missing.c_str()), 0);
 }

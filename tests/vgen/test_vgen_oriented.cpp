@@ -9,17 +9,7 @@
 #include "KVGen.h"
 #include "VGenTestUtil.h"
 
-using kutil::test::addSeed;
-using kutil::test::addSquare;
-using kutil::test::expectNear;
-using kutil::test::Gen;
-using kutil::test::planeVertices;
-using kutil::test::vec;
-
-namespace {
-const float kPi = 3.14159265358979f;
-const _D3DVECTOR kNoAxis = {0.0f, 0.0f, 0.0f};
-}  // namespace
+using namespace kutil::test;
 
 TEST(CKVGenOrientation, WindingDecidesOrientationReversalAndNormals) {
   for (int clockwise = 0; clockwise < 2; ++clockwise) {
@@ -149,10 +139,6 @@ TEST(CKVGenOrientation, DegenerateSeedsTerminate) {
     for (tagKExtrudePlane* p = gen->m_genPlanes; p != nullptr; p = p->next) ++planes;
     EXPECT_EQ(planes, ok ? 3 : 0);  // a failure leaves no plane
     gen->KVUpdateVertexDependencies();
-    gen->KVSelectFirstGenPlane();
-    gen->KVSelectFirstGenVertex();
-    gen->KVIsFaceUsable();
-    GKVCalculateEndPlaneVertexMappings(&gen.g, 0, 1, 1.0f);
     GKVCalculateEndPlaneVertexMappings(&gen.g, 1, 1, 1.0f);
   }
 }
