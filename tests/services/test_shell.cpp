@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -52,7 +51,6 @@ TEST_F(Shell, MissingFileLeaves106AndSuccessClearsTheError) {
   TempDir dir;
   EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", dir.file("no-such-file.txt").c_str(), nullptr, nullptr));
   EXPECT_EQ(106, lastError());
-  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", "", nullptr, nullptr));
 #if defined(_WIN32)
   char system[MAX_PATH];
   GetSystemDirectoryA(system, MAX_PATH);
@@ -219,12 +217,9 @@ TEST_F(ShellFolders, ScreenSaversAreCopiedReplacedAndDeleted) {
 }
 
 #else
-TEST_F(Shell, RegistryProbeLeavesNoKey) {
+TEST_F(Shell, FoldersComeFromTheShellAndTheProbeLeavesNoKey) {
   KUHasRegistryWritePerms();
   EXPECT_EQ(0, KUIsRegKeyReadable(HKEY_LOCAL_MACHINE, "SOFTWARE\\MorvaneTest"));
-}
-
-TEST_F(Shell, FoldersComeFromTheShell) {
   char first[264] = "";
   ASSERT_EQ(1, KUGetWinUserDesktopDir(nullptr, first));
   EXPECT_NE('\0', first[0]);
@@ -243,7 +238,6 @@ TEST_F(Shell, SystemVersion) {
   char servicePack[128];
   ASSERT_EQ(1, KUCheckForNT(&isNT, &major, &minor, &build, servicePack));
   EXPECT_GT(major, 0);
-  EXPECT_LT(std::strlen(servicePack), 128u);
   EXPECT_EQ(0, KUCheckForNT(nullptr, &major, &minor, &build, servicePack));
 #if !defined(_WIN32)
   EXPECT_EQ(1, isNT);

@@ -38,6 +38,14 @@ COLORREF fromRgb(uint32_t pixel) {  // 0x00RRGGBB to 0x00BBGGRR
   return ((pixel >> 16) & 0xFF) | (pixel & 0xFF00) | ((pixel & 0xFF) << 16);
 }
 
+#if !defined(_WIN32)
+COLORREF pixelOf(cairo_surface_t* surface, int x, int y) {
+  cairo_surface_flush(surface);
+  const unsigned char* row = cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
+  return fromRgb(reinterpret_cast<const uint32_t*>(row)[x] & 0xFFFFFF);
+}
+#endif
+
 // An off-screen 640 x 480 picture pre-filled with the marker colour.
 class Canvas {
  public:
@@ -84,11 +92,7 @@ class Canvas {
   KUPaintDC dc() { return m_cr; }
   HWND window() { return reinterpret_cast<HWND>(m_surface); }
   cairo_surface_t* surface() { return m_surface; }
-  COLORREF pixel(int x, int y) {
-    cairo_surface_flush(m_surface);
-    const unsigned char* row = cairo_image_surface_get_data(m_surface) + y * cairo_image_surface_get_stride(m_surface);
-    return fromRgb(reinterpret_cast<const uint32_t*>(row)[x] & 0xFFFFFF);
-  }
+  COLORREF pixel(int x, int y) { return pixelOf(m_surface, x, y); }
 
  private:
   cairo_surface_t* m_surface;
@@ -207,10 +211,7 @@ TEST_F(Splash, WindowModeFillsTheWholeWindowAndSurvivesAPngRoundTrip) {
   ASSERT_EQ(CAIRO_STATUS_SUCCESS, cairo_surface_write_to_png(canvas.surface(), png.c_str()));
   cairo_surface_t* image = cairo_image_surface_create_from_png(png.c_str());
   ASSERT_EQ(CAIRO_STATUS_SUCCESS, cairo_surface_status(image));
-  auto at = [image](int x, int y) {
-    const unsigned char* row = cairo_image_surface_get_data(image) + y * cairo_image_surface_get_stride(image);
-    return fromRgb(reinterpret_cast<const uint32_t*>(row)[x] & 0xFFFFFF);
-  };
+  auto at = [image](int x, int y) { return pixelOf(image, x, y); };
   EXPECT_EQ(kDesktop, at(0, 0));
   EXPECT_EQ(kDesktop, at(639, 479));
   EXPECT_EQ(kHighlight, at(249, 135));
