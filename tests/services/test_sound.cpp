@@ -97,63 +97,41 @@ TEST_F(Sound, DisabledOrFailedSoundsAreStillConsumed) {
   EXPECT_EQ(1u, g_played.size());
 }
 
-TEST_F(Sound, BackgroundListKeepsOnlyReadableFiles) {
+// Seeds rand() so that its first value hits the background period (or not);
+// the next value picks the entry.
+TEST_F(Sound, BackgroundSoundIsDrawnFromReadableFilesWhenRandHitsThePeriod) {
   TempDir dir;
-  writeFile(dir.file("one.wav"), "RIFF");
-  writeFile(dir.file("two.wav"), "RIFF");
   writeFile(dir.file("bad.lst"), "# comment\n\n   \t\n" + dir.file("missing.wav") + "\n");
   EXPECT_EQ(1, m_sound.SOLoadBackgroundList(dir.file("bad.lst").c_str(), 10));
   for (int i = 0; i < 2000; ++i) EXPECT_EQ(0, m_sound.SOPlaySound());  // an empty list never draws
-  EXPECT_TRUE(g_played.empty());
-
   EXPECT_EQ(0, m_sound.SOLoadBackgroundList(dir.file("absent.lst").c_str(), 10));
-  EXPECT_EQ(0, m_sound.SOLoadBackgroundList("", 10));
-}
-
-// Finds a seed whose first rand() hits the background period, then checks that
-// the entry picked by the next rand() is played.
-TEST_F(Sound, BackgroundSoundIsDrawnWhenRandHitsThePeriod) {
-  TempDir dir;
-  std::string list = "# sounds\n";
-  const std::vector<std::string> names = {"a.wav", "b.wav", "c.wav"};
-  for (const auto& n : names) {
-    writeFile(dir.file(n), "RIFF");
-    list += dir.file(n) + "\r\n";
-  }
-  writeFile(dir.file("bg.lst"), list);
+  const std::vector<std::string> names = {dir.file("a.wav"), dir.file("b.wav"), dir.file("c.wav")};
+  for (const auto& n : names) writeFile(n, "RIFF");
+  writeFile(dir.file("bg.lst"), "# sounds\n" + names[0] + "\r\n" + names[1] + "\n" + names[2] + "\n");
   ASSERT_EQ(1, m_sound.SOLoadBackgroundList(dir.file("bg.lst").c_str(), 1));
-
   unsigned int hit = 0, miss = 0;
-  int expectedIndex = -1;
   for (unsigned int seed = 1; seed < 200000 && (hit == 0 || miss == 0); ++seed) {
     std::srand(seed);
-    const int first = std::rand();
-    if (first % 30 == 0 && hit == 0) {
-      hit = seed;
-      expectedIndex = std::rand() % 3;
-    } else if (first % 30 != 0 && miss == 0) {
-      miss = seed;
-    }
+    (std::rand() % 30 == 0 ? hit : miss) = seed;
   }
   ASSERT_NE(0u, hit);
+  std::srand(hit);
+  std::rand();
+  const std::string expected = names[std::rand() % 3];
   std::srand(miss);
   EXPECT_EQ(0, m_sound.SOPlaySound());
   std::srand(hit);
   EXPECT_EQ(1, m_sound.SOPlaySound());
   ASSERT_EQ(1u, g_played.size());
-  EXPECT_EQ(dir.file(names[expectedIndex]), g_played[0].file);
+  EXPECT_EQ(expected, g_played[0].file);
   EXPECT_EQ(0x20011u, g_played[0].flags);  // background sounds have priority 0
-
   // With a current sound waiting, a drawn sound is queued behind it.
   m_sound.SORequestSound("event.wav", 7);
   std::srand(hit);
   m_sound.SOPlaySound();
   std::srand(miss);
   m_sound.SOPlaySound();
-  ASSERT_EQ(3u, g_played.size());
-  EXPECT_EQ("event.wav", g_played[1].file);
-  EXPECT_EQ(dir.file(names[expectedIndex]), g_played[2].file);
-
+  EXPECT_EQ((std::vector<std::string>{expected, "event.wav", expected}), playedFiles());
 }
 
 #if !defined(_WIN32)
