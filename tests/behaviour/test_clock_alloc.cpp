@@ -19,16 +19,23 @@ namespace {
 bool g_counting = false;
 long g_allocations = 0;
 
-void* allocate(std::size_t size) {
+void* allocate(std::size_t size) noexcept {
   if (g_counting) ++g_allocations;
-  if (void* p = std::malloc(size != 0 ? size : 1)) return p;
+  return std::malloc(size != 0 ? size : 1);
+}
+void* allocateOrThrow(std::size_t size) {
+  if (void* p = allocate(size)) return p;
   throw std::bad_alloc();
 }
 }  // namespace
 
-void* operator new(std::size_t size) { return allocate(size); }
-void* operator new[](std::size_t size) { return allocate(size); }
-// The nothrow forms of the runtime forward to these.
+// Every form is replaced: a sanitizer runtime would otherwise supply its own for the rest.
+void* operator new(std::size_t size) { return allocateOrThrow(size); }
+void* operator new[](std::size_t size) { return allocateOrThrow(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
+void operator delete(void* p, const std::nothrow_t&) noexcept { std::free(p); }
+void operator delete[](void* p, const std::nothrow_t&) noexcept { std::free(p); }
 void operator delete(void* p) noexcept { std::free(p); }
 void operator delete[](void* p) noexcept { std::free(p); }
 void operator delete(void* p, std::size_t) noexcept { std::free(p); }
