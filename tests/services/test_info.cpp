@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <cstring>
 #include <map>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -116,8 +115,13 @@ TEST_F(KaldoInfoLog, EntryHasStampMessageAndAlignedComment) {
   const std::string log = readText(m_log);
   const auto lines = readLines(m_log);
   ASSERT_EQ(7u, lines.size()) << log;
-  EXPECT_TRUE(std::regex_match(lines[0], std::regex("DATE:    \\d{4}/\\d\\d/\\d\\d"))) << lines[0];
-  EXPECT_TRUE(std::regex_match(lines[1], std::regex("TIME:    \\d\\d:\\d\\d:\\d\\d"))) << lines[1];
+  // A '9' in the pattern stands for any digit.
+  auto fits = [](std::string line, const std::string& pattern) {
+    for (char& c : line) c = (c >= '0' && c <= '9') ? '9' : c;
+    return line == pattern;
+  };
+  EXPECT_TRUE(fits(lines[0], "DATE:    9999/99/99")) << lines[0];
+  EXPECT_TRUE(fits(lines[1], "TIME:    99:99:99")) << lines[1];
   EXPECT_EQ("Build:   1,0,4,401", lines[2]);
   EXPECT_EQ("MESSAGE: File not found\nCOMMENT: loading scene\n         second part\n\n",
             log.substr(log.find("MESSAGE: ")));
