@@ -75,6 +75,8 @@ class KUTIL_API CKaldoInfo {
   /// Makes the first sheet's id current; 0 if there are no sheets.
   int KISetToFirst();
   /// Makes the next sheet's id current; 0 if the current id has no sheet or is the last.
+  /// Sheets are found by id, so when a file repeats an id a walk comes back to the first sheet
+  /// of that id: stop walking at an id already seen.
   int KISetToNext();
   /// Makes the previous sheet's id current through KISetInfoMessage (so it may be logged); 0 at the first sheet or with no sheets.
   int KISetToPrevious();
