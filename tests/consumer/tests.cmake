@@ -3,11 +3,17 @@
 # Installs KUtil into a scratch prefix and builds a tiny outside project
 # against it with find_package(KUtil CONFIG REQUIRED).
 if(NOT CMAKE_CROSSCOMPILING)
+  # A sanitizer-built library needs its runtime in the program that loads it.
+  set(consumer_flags "")
+  if(KUTIL_SANITIZE)
+    set(consumer_flags "-fsanitize=address,undefined")
+  endif()
   add_test(NAME consumer.find_package
     COMMAND ${CMAKE_COMMAND}
       -DBUILD_DIR=${PROJECT_BINARY_DIR}
       -DPROJECT_DIR=${CMAKE_CURRENT_LIST_DIR}/project
       -DWORK_DIR=${PROJECT_BINARY_DIR}/consumer-test
+      "-DCONSUMER_FLAGS=${consumer_flags}"
       -P ${CMAKE_CURRENT_LIST_DIR}/run_consumer.cmake)
   set_tests_properties(consumer.find_package PROPERTIES TIMEOUT 300 LABELS consumer)
 endif()
