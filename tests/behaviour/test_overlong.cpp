@@ -13,6 +13,7 @@
 #include "KDecide.h"
 #include "KFIFO.h"
 #include "KInputRecord.h"
+#include "Overlong.h"
 #include "TestSupport.h"
 #include "test_decide_support.h"
 
@@ -24,27 +25,9 @@ using kutil::test::rowAt;
 using kutil::test::rowCount;
 using kutil::test::TempDir;
 using kutil::test::writeFile;
-
-constexpr std::size_t kLong = 10000;
-
-std::string longText(char c = 'a', std::size_t n = kLong) { return std::string(n, c); }
-
-// A caller buffer of exactly `capacity` bytes, pre-filled with a marker.
-class OutBuffer {
- public:
-  explicit OutBuffer(std::size_t capacity) : m_bytes(capacity, '#') {}
-  char* data() { return m_bytes.data(); }
-  bool terminated() const { return std::memchr(m_bytes.data(), '\0', m_bytes.size()) != nullptr; }
-  bool untouched() const {
-    for (char c : m_bytes)
-      if (c != '#') return false;
-    return true;
-  }
-  std::string str() const { return terminated() ? std::string(m_bytes.data()) : std::string(); }
-
- private:
-  std::vector<char> m_bytes;
-};
+using kutil::test::kLong;
+using kutil::test::longText;
+using kutil::test::OutBuffer;
 
 std::string junkBytes() {
   std::string junk;
@@ -239,7 +222,6 @@ TEST(CKInputRecordOverlong, LongLinesAndJunkEndPlaybackCleanly) {
     }
   }
 }
-
 
 // ---- Behaviour table, file and clock ----
 

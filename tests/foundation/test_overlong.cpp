@@ -12,6 +12,7 @@
 
 #include "KFile.h"
 #include "KText.h"
+#include "Overlong.h"
 #include "TestSupport.h"
 
 namespace {
@@ -19,27 +20,9 @@ namespace {
 using kutil::test::readFile;
 using kutil::test::TempDir;
 using kutil::test::writeFile;
-
-constexpr std::size_t kLong = 10000;
-
-std::string longText(char c = 'a', std::size_t n = kLong) { return std::string(n, c); }
-
-// A caller buffer of exactly `capacity` bytes, pre-filled with a marker.
-class OutBuffer {
- public:
-  explicit OutBuffer(std::size_t capacity) : m_bytes(capacity, '#') {}
-  char* data() { return m_bytes.data(); }
-  bool terminated() const { return std::memchr(m_bytes.data(), '\0', m_bytes.size()) != nullptr; }
-  bool untouched() const {
-    for (char c : m_bytes)
-      if (c != '#') return false;
-    return true;
-  }
-  std::string str() const { return terminated() ? std::string(m_bytes.data()) : std::string(); }
-
- private:
-  std::vector<char> m_bytes;
-};
+using kutil::test::kLong;
+using kutil::test::longText;
+using kutil::test::OutBuffer;
 
 // A 10,000-character line, binary junk with zero bytes and stray brackets.
 std::string junkBytes() {

@@ -15,6 +15,7 @@
 #include "KPathVars.h"
 #include "KText.h"
 #include "NormaliseFixture.h"
+#include "Overlong.h"
 
 namespace {
 
@@ -23,11 +24,10 @@ using kutil::test::readFile;
 using kutil::test::readLines;
 using kutil::test::TempDir;
 using kutil::test::writeFile;
+using kutil::test::kLong;
+using kutil::test::longText;
 
-constexpr std::size_t kLong = 10000;
 constexpr std::size_t kNameSize = 264;
-
-std::string longText(char c = 'a', std::size_t n = kLong) { return std::string(n, c); }
 
 // A 264-byte in-place name buffer holding text (cut to 263 characters).
 class NameBuffer {

@@ -18,6 +18,7 @@
 #include "KText.h"
 #include "ServicesTestEnv.h"
 #include "SoundPlayer.h"
+#include "Overlong.h"
 #include "TestSupport.h"
 
 #if !defined(_WIN32)
@@ -29,27 +30,11 @@ namespace {
 using kutil::test::readFile;
 using kutil::test::TempDir;
 using kutil::test::writeFile;
+using kutil::test::kLong;
+using kutil::test::longText;
+using kutil::test::OutBuffer;
 
-constexpr std::size_t kLong = 10000;
 const char* const kSettings = "Software\\kaldo3d\\Kaldo\\CurrentVersion";
-
-std::string longText(char c = 'a', std::size_t n = kLong) { return std::string(n, c); }
-
-class OutBuffer {
- public:
-  explicit OutBuffer(std::size_t capacity) : m_bytes(capacity, '#') {}
-  char* data() { return m_bytes.data(); }
-  bool terminated() const { return std::memchr(m_bytes.data(), '\0', m_bytes.size()) != nullptr; }
-  bool untouched() const {
-    for (char c : m_bytes)
-      if (c != '#') return false;
-    return true;
-  }
-  std::string str() const { return terminated() ? std::string(m_bytes.data()) : std::string(); }
-
- private:
-  std::vector<char> m_bytes;
-};
 
 std::string junkBytes() {
   std::string junk;

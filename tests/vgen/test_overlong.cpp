@@ -14,6 +14,7 @@
 
 #include "KPathVars.h"
 #include "KVGen.h"
+#include "Overlong.h"
 #include "TestSupport.h"
 #include "pathvars_detail.h"
 
@@ -21,28 +22,12 @@ namespace {
 
 using kutil::test::TempDir;
 using kutil::test::writeFile;
+using kutil::test::kLong;
+using kutil::test::longText;
+using kutil::test::OutBuffer;
 
-constexpr std::size_t kLong = 10000;
 constexpr std::size_t kTexture = 277;
 constexpr std::size_t kIcon = 17;
-
-std::string longText(char c = 'a', std::size_t n = kLong) { return std::string(n, c); }
-
-class OutBuffer {
- public:
-  explicit OutBuffer(std::size_t capacity) : m_bytes(capacity, '#') {}
-  char* data() { return m_bytes.data(); }
-  bool terminated() const { return std::memchr(m_bytes.data(), '\0', m_bytes.size()) != nullptr; }
-  bool untouched() const {
-    for (char c : m_bytes)
-      if (c != '#') return false;
-    return true;
-  }
-  std::string str() const { return terminated() ? std::string(m_bytes.data()) : std::string(); }
-
- private:
-  std::vector<char> m_bytes;
-};
 
 using Setter = int (CKVGen::*)(const char*);
 using Getter = int (CKVGen::*)(char*);
