@@ -88,9 +88,11 @@ int saveSafely(CKVGen* shape, const char* path) {
   return kutil::detail::replaceByRename(path, temp) ? 1 : 0;
 }
 
-// Copies from over to, overwriting. Through a fresh copy first: the two
-// names may be the same file, which a direct overwrite would empty.
+// Copies from over to, overwriting, through a fresh copy so that a failed
+// copy never costs the old target. A file is never copied onto itself: that
+// fails as a plain copy does, and leaves the file (and any link to it) alone.
 bool copyOverwriting(const char* from, const char* to) {
+  if (kutil::platform::sameFile(from, to)) return false;
   const std::string temp = kutil::detail::temporaryName(to);
   if (!kutil::platform::copyFile(from, temp.c_str(), false)) {
     kutil::platform::deleteFile(temp.c_str());

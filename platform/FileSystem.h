@@ -22,8 +22,14 @@ struct SplitPath {
 /// only as a leading "X:".
 void splitPath(const char* path, SplitPath* out);
 
+/// True when both names exist and are the same file, however they are spelled
+/// ("." and ".." parts, separators, symbolic or hard links): the files'
+/// identities are compared, not their names.
+bool sameFile(const char* a, const char* b);
+
 /// Copies a file (CopyFileA); with failIfExists an existing target is left
-/// alone and the call fails. True on success.
+/// alone and the call fails. A copy of a file onto itself fails and leaves it
+/// whole, as CopyFileA does. True on success.
 bool copyFile(const char* from, const char* to, bool failIfExists);
 
 /// Deletes a file (DeleteFileA). True on success.

@@ -34,6 +34,8 @@ bool writeAll(int fd, const char* data, ssize_t size) {
   return true;
 }
 
+bool isSameFile(const struct stat& a, const struct stat& b) { return a.st_dev == b.st_dev && a.st_ino == b.st_ino; }
+
 }  // namespace
 
 void splitPath(const char* path, SplitPath* out) {
@@ -60,6 +62,12 @@ void splitPath(const char* path, SplitPath* out) {
   copyPart(out->ext, path + dot, len - dot);
 }
 
+bool sameFile(const char* a, const char* b) {
+  if (a == nullptr || b == nullptr || *a == '\0' || *b == '\0') return false;
+  struct stat first, second;
+  return stat(a, &first) == 0 && stat(b, &second) == 0 && isSameFile(first, second);
+}
+
 bool copyFile(const char* from, const char* to, bool failIfExists) {
   if (from == nullptr || to == nullptr || *from == '\0' || *to == '\0') return false;
   int in = open(from, O_RDONLY | O_CLOEXEC);
@@ -69,9 +77,16 @@ bool copyFile(const char* from, const char* to, bool failIfExists) {
     close(in);
     return false;
   }
-  int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (failIfExists ? O_EXCL : O_TRUNC);
+  // Not O_TRUNC: the target is emptied only once it is known not to be the source.
+  int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (failIfExists ? O_EXCL : 0);
   int out = open(to, flags, info.st_mode & 0777);
   if (out < 0) {
+    close(in);
+    return false;
+  }
+  struct stat target;
+  if (fstat(out, &target) != 0 || isSameFile(info, target) || ftruncate(out, 0) != 0) {
+    close(out);
     close(in);
     return false;
   }

@@ -16,6 +16,17 @@ void copyPart(char* out, const char* from) {
   out[n] = '\0';
 }
 
+// The volume and file index that identify an existing file, through a handle
+// opened for no access so that open or locked files still answer.
+bool fileIdentity(const char* path, BY_HANDLE_FILE_INFORMATION* info) {
+  HANDLE file = CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                            FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return false;
+  const bool ok = GetFileInformationByHandle(file, info) != 0;
+  CloseHandle(file);
+  return ok;
+}
+
 }  // namespace
 
 void splitPath(const char* path, SplitPath* out) {
@@ -34,8 +45,19 @@ void splitPath(const char* path, SplitPath* out) {
   copyPart(out->ext, ext);
 }
 
+bool sameFile(const char* a, const char* b) {
+  if (a == nullptr || b == nullptr || *a == '\0' || *b == '\0') return false;
+  BY_HANDLE_FILE_INFORMATION first, second;
+  return fileIdentity(a, &first) && fileIdentity(b, &second) &&
+         first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
+         first.nFileIndexLow == second.nFileIndexLow;
+}
+
 bool copyFile(const char* from, const char* to, bool failIfExists) {
   if (from == nullptr || to == nullptr) return false;
+  // CopyFileA refuses a file copied onto itself on Windows; say so here too,
+  // so that no emulation or file system lets the target's truncation empty it.
+  if (sameFile(from, to)) return false;
   return CopyFileA(from, to, failIfExists ? TRUE : FALSE) != 0;
 }
 

@@ -28,6 +28,19 @@ using kutil::test::writeFile;
 const char* const kUserFolders = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
 const char* const kMachineFolders = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
 
+// Installing a screen saver given the installed file itself, under every
+// spelling of its name, fails and leaves the installed file whole.
+void expectSelfInstallRefused(const std::string& dir) {
+  TempDir scratch;
+  const std::string installed = (fs::path(dir) / "Self.scr").string();
+  ASSERT_TRUE(writeFile(installed, "saver"));
+  for (const kutil::test::Spelling& s : kutil::test::sameFileSpellings(dir, "Self.scr", scratch.path())) {
+    EXPECT_EQ(0, KUSetScreenSaver(s.path.c_str())) << s.how << ": " << s.path;
+    EXPECT_EQ("saver", readFile(installed)) << s.how;
+  }
+  EXPECT_EQ(1, KUDeleteScreenSaver("Self.scr"));
+}
+
 int lastError() {
   int code = -1;
   return KUGetError(&code) ? code : 5;
@@ -216,6 +229,12 @@ TEST_F(ShellFolders, ScreenSaversAreCopiedReplacedAndDeleted) {
   EXPECT_EQ(0, KUSetScreenSaver(""));
 }
 
+TEST_F(ShellFolders, AScreenSaverIsNeverCopiedOntoItself) {
+  char dir[261];
+  ASSERT_EQ(1, KUGetScreenSaverDirectory(dir));
+  expectSelfInstallRefused(dir);
+}
+
 #else
 TEST_F(Shell, FoldersComeFromTheShellAndTheProbeLeavesNoKey) {
   KUHasRegistryWritePerms();
@@ -228,8 +247,10 @@ TEST_F(Shell, FoldersComeFromTheShellAndTheProbeLeavesNoKey) {
   GetWindowsDirectoryA(windows, MAX_PATH);
   ASSERT_EQ(1, KUGetScreenSaverDirectory(dir));
   EXPECT_STREQ(windows, dir);
-  // Installing a screen saver would write into the Windows folder itself: not done in tests.
+  // Installing a screen saver writes into the Windows folder itself: done only
+  // under Wine, whose Windows folder is the test run's own private prefix.
   EXPECT_EQ(0, KUIsScreenSaver("D:\\downloads\\kutil-no-such-saver.scr"));
+  if (GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr) expectSelfInstallRefused(dir);
 }
 #endif
 

@@ -59,4 +59,38 @@ bool fileExists(const std::string& path) {
 
 std::string testDataPath(const std::string& relative) { return std::string(KUTIL_TEST_DATA_DIR) + "/" + relative; }
 
+std::vector<Spelling> sameFileSpellings(const std::string& dir, const std::string& name, const std::string& scratch) {
+  const std::string sep(1, static_cast<char>(fs::path::preferred_separator));
+  const std::string up = ".." + sep + fs::path(dir).filename().string();
+  std::vector<Spelling> out = {
+      {"a '.' part", dir + sep + "." + sep + name},
+      {"a '..' part", dir + sep + up + sep + name},
+      {"a doubled separator", dir + sep + sep + name},
+  };
+  if (sep == "\\") {
+    std::string forward = dir + "/" + name;
+    for (char& c : forward)
+      if (c == '\\') c = '/';
+    out.push_back({"forward slashes", forward});
+  }
+  std::error_code ec;
+  const fs::path linkedDir = fs::path(scratch) / "linked-dir";
+  fs::create_directory_symlink(dir, linkedDir, ec);
+  if (!ec) out.push_back({"a linked directory", (linkedDir / name).string()});
+  const fs::path symbolic = fs::path(scratch) / "symbolic";
+  fs::create_directories(symbolic, ec);
+  fs::create_symlink(fs::path(dir) / name, symbolic / name, ec);
+  if (!ec) out.push_back({"a symbolic link", (symbolic / name).string()});
+  const fs::path hard = fs::path(scratch) / "hard";
+  fs::create_directories(hard, ec);
+  fs::create_hard_link(fs::path(dir) / name, hard / name, ec);
+  if (!ec) out.push_back({"a hard link", (hard / name).string()});
+  return out;
+}
+
+bool sameFile(const std::string& a, const std::string& b) {
+  std::error_code ec;
+  return fs::equivalent(a, b, ec);
+}
+
 }  // namespace kutil::test

@@ -34,4 +34,20 @@ bool fileExists(const std::string& path);
 /// A file under tests/ of the source tree.
 std::string testDataPath(const std::string& relative);
 
+/// One more way of naming an existing file.
+struct Spelling {
+  std::string how;   ///< what the spelling does, for failure messages
+  std::string path;  ///< the other name
+};
+
+/// Names for dir + separator + name that all reach that same file: with "." and
+/// ".." parts, a doubled separator, the other separator (Windows), through a
+/// linked directory, and under the same name elsewhere as a symbolic and as a
+/// hard link. The links are made under scratch; those the system refuses are
+/// left out.
+std::vector<Spelling> sameFileSpellings(const std::string& dir, const std::string& name, const std::string& scratch);
+
+/// True when both names reach the same file (not merely equal content).
+bool sameFile(const std::string& a, const std::string& b);
+
 }  // namespace kutil::test
