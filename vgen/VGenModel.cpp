@@ -43,10 +43,26 @@ int copyIcon(char* out, const char* in) {
 
 }  // namespace
 
+// Every field defined, so that a generator destroyed without KVInitialise frees nothing.
 CKVGen::CKVGen()
     : m_seedPlane(nullptr),
       m_currentPlane(nullptr),
       m_selectedGenVertex(nullptr),
+      m_normalDirection(-1),
+      m_seedOrientation(-1),
+      m_reserved(-1),
+      m_deltaTranslation(0.0f),
+      m_deltaRotation(0.0f),
+      m_frontPlaneTexture{},
+      m_backPlaneTexture{},
+      m_wrapSurfaceTexture{},
+      m_frontIconIndex{},
+      m_backIconIndex{},
+      m_wrapIconIndex{},
+      m_frontTiling(1),
+      m_backTiling(1),
+      m_wrapTiling(1),
+      m_edgeDetectType(EDGE_DETECT_BOX),
       m_selectedSeedVertex(nullptr),
       m_instructions(nullptr),
       m_selectedInstruction(nullptr),
@@ -230,8 +246,10 @@ int CKVGen::KVInsertAfterSelectedSeedVertex(const _D3DVECTOR* point) {
 }
 
 int CKVGen::KVDeleteSelectedSeedVertex() {
-  if (m_selectedSeedVertex == nullptr) return 0;
+  // The empty cases come first: a generator without a seed never has a
+  // selection, so checking the selection first would hide them.
   if (m_seedPlane == nullptr || m_seedPlane->vertices == nullptr) return 1;
+  if (m_selectedSeedVertex == nullptr) return 0;
   tagKExtrudeVertex* doomed = m_selectedSeedVertex;
   bool found = false;
   tagKExtrudeVertex** link = &m_seedPlane->vertices;

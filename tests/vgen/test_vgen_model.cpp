@@ -76,6 +76,18 @@ TEST(CKVGenModel, SeedCursorStopsAtBothEndsAndNumbersClampAtZero) {
   EXPECT_EQ(gen->KVGetSelectedGenVertex(&p), 0);  // unlike the seed's, a failed selection clears it
 }
 
+TEST(CKVGenModel, DeletingTheSelectedSeedVertexReachesEveryOutcome) {
+  Gen gen;
+  EXPECT_EQ(gen->KVDeleteSelectedSeedVertex(), 1);  // no seed plane
+  addSeed(gen.g, {vec(1, 0, 0)});
+  EXPECT_EQ(gen->KVDeleteSelectedSeedVertex(), 0);  // a seed, nothing selected
+  ASSERT_EQ(gen->KVSelectSeedVertexByNumber(0), 1);
+  EXPECT_EQ(gen->KVDeleteSelectedSeedVertex(), 1);  // found and deleted
+  int n = 0;
+  EXPECT_EQ(gen->KVGetNumVertices(&n), 0);
+  EXPECT_EQ(gen->KVDeleteSelectedSeedVertex(), 1);  // the seed plane is left with an empty list
+}
+
 TEST(CKVGenModel, InsertedVertexNeverGetsAFaceOutline) {
   Gen gen;
   gen->KVSetEdgeDetectType(EDGE_DETECT_FACE);
