@@ -71,7 +71,8 @@ target_include_directories(KUtil PUBLIC
   $<INSTALL_INTERFACE:include/KUtil>)
 target_link_libraries(KUtil PRIVATE kutil_options ${KUTIL_PLATFORM_LIBS})
 set_target_properties(KUtil PROPERTIES
-  VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+  VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+  INSTALL_RPATH "")  # the library itself needs only system libraries
 if(WIN32)
   set_target_properties(KUtil PROPERTIES PREFIX "")  # KUtil.dll, as the host loads it
 elseif(CMAKE_SYSTEM_NAME STREQUAL "Linux")
