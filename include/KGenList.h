@@ -15,8 +15,8 @@ struct tagHolder {
 /// A singly linked list of object pointers with a cursor; owns its nodes, never the objects.
 class KUTIL_API CKGenList {
  public:
-  /// Does nothing: call GLInitialise before any other method.
-  CKGenList() {}
+  /// An empty list, so that destroying it at once is safe; call GLInitialise before any other method.
+  CKGenList() : head(nullptr), current(nullptr) {}
   /// Frees every node (not the objects).
   ~CKGenList();
   CKGenList(const CKGenList&) = delete;

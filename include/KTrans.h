@@ -35,27 +35,27 @@ class KUTIL_API CKTrans {
  private:
   void fieldOfView(double* fov, double* horizontalFov, float* halfWidth, float* halfHeight, double* aspect) const;
 
-  int m_reserved[3];             ///< unused words kept for record compatibility
-  float m_position[3];           ///< camera position
-  float m_direction[3];          ///< camera direction, not normalised
-  float m_up[3];                 ///< camera up, not normalised
-  double m_zoom;                 ///< zoom factor
-  double m_spare;                ///< a setting this class does not read
-  RECT m_view;                   ///< view rectangle
-  int m_width;                   ///< view width in pixels
-  double m_aspect;               ///< width / height
-  double m_yaw;                  ///< yaw of the last world-to-screen call
-  double m_pitch;                ///< pitch of the last world-to-screen call
-  double m_roll;                 ///< roll of the last world-to-screen call
-  tagKFMATRIX m_translate;       ///< last translation matrix
-  tagKFMATRIX m_yawMatrix;       ///< last yaw matrix
-  tagKFMATRIX m_pitchMatrix;     ///< last pitch matrix
-  tagKFMATRIX m_rollMatrix;      ///< last roll matrix
-  tagKFMATRIX m_projection;      ///< last projection matrix
+  int m_reserved[3]{};             ///< unused words kept for record compatibility
+  float m_position[3]{};           ///< camera position
+  float m_direction[3]{};          ///< camera direction, not normalised
+  float m_up[3]{};                 ///< camera up, not normalised
+  double m_zoom{};                 ///< zoom factor
+  double m_spare{};                ///< a setting this class does not read
+  RECT m_view{};                   ///< view rectangle
+  int m_width{};                   ///< view width in pixels
+  double m_aspect{};               ///< width / height
+  double m_yaw{};                  ///< yaw of the last world-to-screen call
+  double m_pitch{};                ///< pitch of the last world-to-screen call
+  double m_roll{};                 ///< roll of the last world-to-screen call
+  tagKFMATRIX m_translate{};       ///< last translation matrix
+  tagKFMATRIX m_yawMatrix{};       ///< last yaw matrix
+  tagKFMATRIX m_pitchMatrix{};     ///< last pitch matrix
+  tagKFMATRIX m_rollMatrix{};      ///< last roll matrix
+  tagKFMATRIX m_projection{};      ///< last projection matrix
   _D3DVECTOR m_scratch[2];       ///< intermediate points of the last conversion
-  float m_halfWidth;             ///< view half-width at the near plane
-  float m_halfHeight;            ///< view half-height at the near plane
-  double m_fov;                  ///< field of view, degrees
-  double m_horizontalFov;        ///< horizontal field of view, degrees
-  double m_aspectCopy;           ///< aspect as last reported
+  float m_halfWidth{};             ///< view half-width at the near plane
+  float m_halfHeight{};            ///< view half-height at the near plane
+  double m_fov{};                  ///< field of view, degrees
+  double m_horizontalFov{};        ///< horizontal field of view, degrees
+  double m_aspectCopy{};           ///< aspect as last reported
 };
