@@ -302,7 +302,7 @@ class KUTIL_API CKVGen : public CKFootPrint {
   int KVRestore(const char* path);
 
   // --- tessellation ---
-  // Implemented with the tessellation code (vgen/tess*.cpp).
+  // Implemented with the tessellation code (vgen/Tessellation.cpp, vgen/VGenTessellate.cpp).
   /// Triangulates the seed polygon; 1 on success, 0 (no tessellation kept) on failure.
   int KVTesselateSeedPlane();
   /// First triangle as vertex numbers (ascending, or reversed under normal reversal); 0 when there is none.

@@ -12,7 +12,7 @@
 #include "KFile.h"
 #include "KInfo.h"
 #include "KText.h"
-#include "Message.h"
+#include "OsMessage.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "KText.h"
-#include "Registry.h"
+#include "OsRegistry.h"
 
 namespace {
 

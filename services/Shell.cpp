@@ -6,14 +6,14 @@
 #include <cstring>
 #include <string>
 
-#include "FileSystem.h"
+#include "OsFileSystem.h"
 #include "KFile.h"
 #include "KRegistry.h"
 #include "KShell.h"
 #include "KText.h"
 #include "ProductInfo.h"
-#include "Registry.h"
-#include "Shell.h"
+#include "OsRegistry.h"
+#include "OsShell.h"
 #include "ShellDetail.h"
 
 namespace {

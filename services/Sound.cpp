@@ -11,7 +11,7 @@
 #include "KFile.h"
 #include "KSound.h"
 #include "KText.h"
-#include "Sound.h"
+#include "OsSound.h"
 #include "SoundPlayer.h"
 
 namespace {

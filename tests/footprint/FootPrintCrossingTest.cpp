@@ -7,7 +7,7 @@
 #include <random>
 #include <vector>
 
-#include "FootPrintTestUtil.h"
+#include "FootPrintTestSupport.h"
 #include "KFootPrint.h"
 
 using kutil::test::makeFootPrint;

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "FootPrintTestUtil.h"
+#include "FootPrintTestSupport.h"
 #include "KFootPrint.h"
 
 using kutil::test::makeFootPrint;

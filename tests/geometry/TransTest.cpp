@@ -5,7 +5,7 @@
 #include <cmath>
 #include <random>
 
-#include "GeometryTestUtil.h"
+#include "GeometryTestSupport.h"
 #include "KTrans.h"
 
 using kutil::test::nearVec;

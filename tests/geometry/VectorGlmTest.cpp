@@ -14,7 +14,7 @@
 #include <glm/gtc/type_ptr.hpp>
 #include <random>
 
-#include "GeometryTestUtil.h"
+#include "GeometryTestSupport.h"
 #include "KVector.h"
 
 using kutil::test::nearVec;

@@ -1,0 +1,299 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+// Making behaviour files machine-independent: the file names in the rows'
+// text data become path variables, the files they name can be gathered next
+// to the behaviour file, and on arrival the names are turned back into paths.
+//
+// Every file is rewritten through "<file>.TMP", which replaces the file only
+// once it was written completely, so a row the writer refuses or a full disk
+// never costs the original.
+#include <cstring>
+#include <map>
+#include <string>
+
+#include "OsFileSystem.h"
+#include "KActionRow.h"
+#include "KDecide.h"
+#include "KFile.h"
+#include "KNormalise.h"
+#include "KPathVars.h"
+#include "KText.h"
+#include "KVGen.h"
+#include "normalise/LineFile.h"
+
+namespace {
+
+constexpr const char* kKwqDir = "?KALDOKWQDIR?";
+// Text data plus room for a variable that is longer than what it replaces.
+constexpr int kNameCapacity = 264;
+// A texture name as the generator hands it out.
+constexpr int kTextureCapacity = 277;
+
+bool isEmpty(const char* text) { return text == nullptr || text[0] == '\0'; }
+
+// The actions whose text names a file. CALL and PING name rows and objects.
+bool namesFile(int action) {
+  switch (action) {
+    case KAR_ACTION_REPLACE:
+    case KAR_ACTION_PLAY:
+    case KAR_ACTION_LOAD:
+    case KAR_ACTION_RUN:
+    case KAR_ACTION_GOTO:
+    case KAR_ACTION_PLAYBACK:
+    case KAR_ACTION_USERGOTO:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// Calls visit for every row of table in order; the table's cursor ends on the last row.
+template <typename Visit>
+void forEachRow(CKDecide* table, Visit visit) {
+  CKActionRow* row = nullptr;
+  if (!table->DESelectFirstActionRow(&row)) return;
+  do {
+    visit(row);
+  } while (table->DESelectNextActionRow(&row));
+}
+
+bool hasRows(CKDecide* table) {
+  CKActionRow* row = nullptr;
+  return table != nullptr && table->DESelectFirstActionRow(&row) == 1;
+}
+
+// Text data of row into out (kNameCapacity bytes); false when it is empty.
+bool textOf(CKActionRow* row, char* out) {
+  out[0] = '\0';
+  return row->ARGetTextData(out) == 1 && out[0] != '\0';
+}
+
+// Stores table to path through a temporary file; 1 when path holds the new content.
+int storeSafely(CKDecide* table, const char* path) {
+  const std::string temp = kutil::detail::temporaryName(path);
+  if (table->DEStoreToFile(temp.c_str()) != 1) {
+    kutil::platform::deleteFile(temp.c_str());
+    return 0;
+  }
+  return kutil::detail::replaceByRename(path, temp) ? 1 : 0;
+}
+
+// Saves a shape file through a temporary file; 1 when path holds the new content.
+int saveSafely(CKVGen* shape, const char* path) {
+  const std::string temp = kutil::detail::temporaryName(path);
+  if (shape->KVSave(temp.c_str()) != 1) {
+    kutil::platform::deleteFile(temp.c_str());
+    return 0;
+  }
+  return kutil::detail::replaceByRename(path, temp) ? 1 : 0;
+}
+
+// Copies from over to, overwriting, through a fresh copy so that a failed
+// copy never costs the old target. A file is never copied onto itself: that
+// fails as a plain copy does, and leaves the file (and any link to it) alone.
+bool copyOverwriting(const char* from, const char* to) {
+  if (kutil::platform::sameFile(from, to)) return false;
+  const std::string temp = kutil::detail::temporaryName(to);
+  if (!kutil::platform::copyFile(from, temp.c_str(), false)) {
+    kutil::platform::deleteFile(temp.c_str());
+    return false;
+  }
+  return kutil::detail::replaceByRename(to, temp);
+}
+
+// Files this conversion has already visited, with their results. A file
+// counts as normalised only once a name in it is a variable; files that name
+// each other only through rows that never become one (CALL, or names without
+// a directory) would otherwise be converted in a loop.
+using InProgress = std::map<std::string, int>;
+constexpr int kUnfinished = -1;
+
+int convertKCVFile(const char* path, InProgress* inProgress);
+
+int convertNested(CKDecide* original, InProgress* inProgress) {
+  int result = 1;
+  forEachRow(original, [&](CKActionRow* row) {
+    char name[kNameCapacity];
+    if (!textOf(row, name) || !KUFileHasEnding(name, ".kvc")) return;
+    if (KUIsKCVFileNormalised(name)) return;
+    const auto seen = inProgress->find(name);
+    if (seen != inProgress->end()) {
+      // Converting a finished file again would name it in the comment and
+      // give its earlier result; a file still being converted further up (a
+      // cycle) changes nothing.
+      if (seen->second != kUnfinished) {
+        KUSetComment(name);
+        result = seen->second;
+      }
+      return;
+    }
+    result = convertKCVFile(name, inProgress);
+  });
+  return result;
+}
+
+int convertOnce(const char* path, InProgress* inProgress) {
+  CKDecide working;
+  working.DEInitialise();
+  if (working.DELoadFromFile(path) != 1) return 0;
+  // The copy keeps the absolute names, still needed to open the nested files.
+  CKDecide original;
+  original.DEInitialise();
+  if (original.DECopyFrom(&working) != 1) return 0;
+  if (KURelativiseKCV(&working) != 1 || storeSafely(&working, path) != 1) return 0;
+  // The result is that of the last nested conversion.
+  return convertNested(&original, inProgress);
+}
+
+int convertKCVFile(const char* path, InProgress* inProgress) {
+  if (isEmpty(path) || KUIsVariablised(path)) return 1;
+  KUSetComment(path);
+  (*inProgress)[path] = kUnfinished;
+  const int result = convertOnce(path, inProgress);
+  (*inProgress)[path] = result;
+  return result;
+}
+
+}  // namespace
+
+int KURelativiseKCV(CKDecide* table) {
+  if (!hasRows(table)) return 0;
+  forEachRow(table, [](CKActionRow* row) {
+    char name[kNameCapacity];
+    int action = -1;
+    row->ARGetAction(&action);
+    if (!textOf(row, name) || KUIsVariablised(name) || !namesFile(action)) return;
+    char last[kNameCapacity];
+    if (!KUGetLastPathElement(last, name)) return;
+    // The shape file still opens under its absolute name: normalise it first.
+    if (KUFileHasEnding(last, ".ksf")) KUConvertKSFToRelative(name);
+    KUConvertToRelative(name);
+    // A variable longer than the directory it replaces may not fit the row.
+    if (std::strlen(name) <= static_cast<std::size_t>(KAR_TEXTDATA_LEN)) row->ARSetTextData(name);
+  });
+  return 1;
+}
+
+int KUConvertKCVToRelative(const char* path) {
+  try {
+    InProgress inProgress;
+    return convertKCVFile(path, &inProgress);
+  } catch (...) {  // out of memory for the visited set
+    return 0;
+  }
+}
+
+int KUIsKCVFileNormalised(const char* path) {
+  if (isEmpty(path)) return 0;
+  CKDecide table;
+  table.DEInitialise();
+  if (table.DELoadFromFile(path) != 1 || !hasRows(&table)) return 0;
+  int result = 0;
+  forEachRow(&table, [&](CKActionRow* row) {
+    char name[kNameCapacity];
+    if (textOf(row, name) && KUIsVariablised(name)) result = 1;
+  });
+  return result;
+}
+
+int KUDeRelativiseKCV(const char* directory, CKDecide* table) {
+  // Without a directory "?KALDOKWQDIR?" would resolve to bare names.
+  if (directory == nullptr || !hasRows(table)) return 0;
+  bool changed = false;
+  forEachRow(table, [&](CKActionRow* row) {
+    char name[kNameCapacity];
+    if (!textOf(row, name)) return;
+    char resolved[kNameCapacity];
+    std::memcpy(resolved, name, std::strlen(name) + 1);
+    // A path too long for the row would be cut: keep the portable form then.
+    if (KUDeRelativiseFileName(directory, resolved) &&
+        std::strlen(resolved) <= static_cast<std::size_t>(KAR_TEXTDATA_LEN)) {
+      std::memcpy(name, resolved, std::strlen(resolved) + 1);
+      changed = true;
+    }
+    if (KUFileHasEnding(name, ".ksf") && KUDeRelativiseKSF(directory, name)) changed = true;
+    row->ARSetTextData(name);
+  });
+  return changed ? 1 : 0;
+}
+
+int KUDeRelativiseKCV(const char* path) {
+  if (isEmpty(path)) return 0;
+  CKDecide table;
+  table.DEInitialise();
+  if (table.DELoadFromFile(path) != 1) return 0;
+  char directory[kNameCapacity];
+  KUGetPathFromFile(directory, path);
+  if (KUDeRelativiseKCV(directory, &table) != 1) return 1;  // nothing to change: file untouched
+  return storeSafely(&table, path);
+}
+
+int KUDeRelativiseKSF(const char* directory, const char* shapeFile) {
+  if (directory == nullptr || isEmpty(shapeFile)) return 0;
+  CKVGen shape;
+  shape.KVInitialise();
+  if (shape.KVRestore(shapeFile) != 1) return 0;
+  using Getter = int (CKVGen::*)(char*);
+  using Setter = int (CKVGen::*)(const char*);
+  const struct {
+    Getter get;
+    Setter set;
+  } textures[] = {
+      {&CKVGen::KVGetFrontPlaneTexture, &CKVGen::KVSetFrontPlaneTexture},
+      {&CKVGen::KVGetBackPlaneTexture, &CKVGen::KVSetBackPlaneTexture},
+      {&CKVGen::KVGetWrapSurfaceTexture, &CKVGen::KVSetWrapSurfaceTexture},
+  };
+  bool changed = false;
+  bool allSet = true;
+  for (const auto& texture : textures) {
+    char name[kTextureCapacity];
+    if ((shape.*texture.get)(name) != 1) continue;
+    if (!KUSubstitute4Variable(name, kKwqDir, directory)) continue;
+    // An animation names its frames the same way; its own result does not count.
+    KUDeRelativiseANB(name, kKwqDir, directory);
+    if ((shape.*texture.set)(name) != 1) allSet = false;
+    changed = true;
+  }
+  if (!allSet || !changed) return 0;
+  return saveSafely(&shape, shapeFile);
+}
+
+int KUCopyKCVForNormalise(const char* targetDir, CKDecide* table) {
+  // An empty target is the working directory: a behaviour file named without
+  // a directory gathers its parts next to itself.
+  if (targetDir == nullptr || !hasRows(table)) return 0;
+  forEachRow(table, [targetDir](CKActionRow* row) {
+    char name[kNameCapacity];
+    char last[kNameCapacity];
+    if (!textOf(row, name) || !KUIsFileReadable(name) || !KUGetLastPathElement(last, name)) return;
+    const std::string destination = std::string(targetDir) + last;
+    if (destination.size() > static_cast<std::size_t>(KAR_TEXTDATA_LEN)) return;
+    const char* copy = destination.c_str();
+    if (KUFileHasEnding(copy, ".kvc")) {
+      // A behaviour file already in the package is neither copied nor gathered
+      // again, which ends cycles between behaviour files.
+      // A failed copy is ignored: gathering then fails to load the file.
+      if (!KUIsFileReadable(copy)) {
+        copyOverwriting(name, copy);
+        KUCopyKCVFileParts(copy);
+      }
+    } else {
+      copyOverwriting(name, copy);
+    }
+    if (KUFileHasEnding(copy, ".ksf")) KUCopyKSFFileParts(copy, targetDir);
+    row->ARSetTextData(copy);
+  });
+  return 1;
+}
+
+int KUCopyKCVFileParts(const char* path) {
+  if (isEmpty(path)) return 1;
+  KUSetComment(path);
+  CKDecide table;
+  table.DEInitialise();
+  if (table.DELoadFromFile(path) != 1) return 0;
+  char directory[kNameCapacity];
+  KUGetPathFromFile(directory, path);
+  if (KUCopyKCVForNormalise(directory, &table) != 1) return 0;
+  return storeSafely(&table, path);
+}

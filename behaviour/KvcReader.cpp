@@ -1,0 +1,294 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+// Reader of behaviour files (".kvc"): one table row per line, a trigger clause then action clauses.
+#include <cstring>
+#include <new>
+
+#include "ActionRowInternals.h"
+#include "KDecide.h"
+#include "KText.h"
+#include "DecideInternals.h"
+
+using kutil::detail::DecideAccess;
+
+namespace {
+
+// Lines are read with at most 259 characters; the rest of a longer line is read as a line of its own.
+constexpr int kLineSize = 260;
+// A double-quoted token keeps at most 259 characters, a bare one at most 260.
+constexpr int kQuotedTokenLen = 259;
+constexpr int kBareTokenLen = 260;
+
+struct Keyword {
+  const char* word;
+  int code;
+};
+
+// Action keywords in the order they are tried: each is matched as a prefix, so "PLAYBACK" must come
+// before "PLAY".
+constexpr Keyword kActions[] = {
+    {"CALL", KAR_ACTION_CALL},         {"PING", KAR_ACTION_PING},     {"RETURN", KAR_ACTION_RETURN},
+    {"MOVE", KAR_ACTION_MOVE},         {"STOP", KAR_ACTION_STOP},     {"NULL", KAR_ACTION_NULL},
+    {"REPLACE", KAR_ACTION_REPLACE},   {"PLAYBACK", KAR_ACTION_PLAYBACK}, {"PLAY", KAR_ACTION_PLAY},
+    {"GOTO", KAR_ACTION_GOTO},         {"USERGOTO", KAR_ACTION_USERGOTO}, {"LOAD", KAR_ACTION_LOAD},
+    {"RUN", KAR_ACTION_RUN},           {"DELETE", KAR_ACTION_DELETE}, {"COPY", KAR_ACTION_COPY},
+    {"ZOOMIN", KAR_ACTION_ZOOMIN},     {"ZOOMOUT", KAR_ACTION_ZOOMOUT}, {"CUT", KAR_ACTION_CUT},
+    {"FOR", KAR_ACTION_FOR},           {"BY", KAR_ACTION_BY},
+};
+
+constexpr Keyword kTriggers[] = {{"ON", KAR_ROW_ON}, {"IN", KAR_ROW_IN}, {"AT", KAR_ROW_AT}};
+
+// Motion keywords, matched exactly, in this order.
+constexpr Keyword kMotions[] = {
+    {"FORWARD", KAR_MOTION_FORWARD},     {"BACKWARD", KAR_MOTION_BACKWARD}, {"UP", KAR_MOTION_UP},
+    {"DOWN", KAR_MOTION_DOWN},           {"TURNUP", KAR_MOTION_TURNUP},     {"TURNDOWN", KAR_MOTION_TURNDOWN},
+    {"TURNLEFT", KAR_MOTION_TURNLEFT},   {"TURNRIGHT", KAR_MOTION_TURNRIGHT}, {"ROLLLEFT", KAR_MOTION_ROLLLEFT},
+    {"ROLLRIGHT", KAR_MOTION_ROLLRIGHT}, {"SHIFTLEFT", KAR_MOTION_SHIFTLEFT}, {"SHIFTRIGHT", KAR_MOTION_SHIFTRIGHT},
+    {"LOOKUP", KAR_MOTION_LOOKUP},       {"LOOKDOWN", KAR_MOTION_LOOKDOWN}, {"AUTOLEVEL", KAR_MOTION_AUTOLEVEL},
+};
+
+bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+int skipBlanks(const char* line, int pos) {
+  while (isBlank(line[pos])) ++pos;
+  return pos;
+}
+
+bool startsWith(const char* text, const char* prefix) {
+  return std::strncmp(text, prefix, std::strlen(prefix)) == 0;
+}
+
+// An empty end tag would match every line; it is taken to match none.
+bool startsWithEndTag(const char* text, const char* endTag) { return endTag[0] != '\0' && startsWith(text, endTag); }
+
+// Tries each keyword of the list at text as a prefix; the first that fits wins.
+const Keyword* matchPrefix(const Keyword* list, size_t count, const char* text) {
+  for (size_t i = 0; i < count; ++i)
+    if (startsWith(text, list[i].word)) return &list[i];
+  return nullptr;
+}
+
+// Reads one token after blanks: a double-quoted string (the character after the opening quote is
+// always taken, up to the next quote or the end of the line; the closing quote is consumed) or a run
+// of non-blank characters. Returns false, with pos unchanged, when only blanks are left.
+bool readToken(const char* line, int* pos, char* token) {
+  int p = skipBlanks(line, *pos);
+  if (line[p] == '\0') return false;
+  int n = 0;
+  if (line[p] == '"') {
+    ++p;
+    // A quote at the very end of the line opens an empty token.
+    if (line[p] != '\0') token[n++] = line[p++];
+    while (n < kQuotedTokenLen && line[p] != '\0' && line[p] != '"') token[n++] = line[p++];
+    if (line[p] == '"') ++p;
+  } else {
+    while (n < kBareTokenLen && line[p] != '\0' && !isBlank(line[p])) token[n++] = line[p++];
+  }
+  token[n] = '\0';
+  *pos = p;
+  return true;
+}
+
+bool takesToken(int action) {
+  switch (action) {
+    case KAR_ACTION_RETURN:
+    case KAR_ACTION_STOP:
+    case KAR_ACTION_NULL:
+    case KAR_ACTION_DELETE:
+    case KAR_ACTION_COPY:
+    case KAR_ACTION_CUT:
+    case KAR_ACTION_ZOOMIN:
+    case KAR_ACTION_ZOOMOUT:
+      return false;
+    default:
+      return true;
+  }
+}
+
+enum class Clause { Applied, LineDone, Fail, EndTag };
+
+class Reader {
+ public:
+  explicit Reader(CKDecide& table) : m_table(table) {}
+
+  // Loads lines until the end of the stream (1), the end tag (1) or the first failure (0).
+  int load(std::FILE* stream) {
+    char line[kLineSize];
+    const char* endTag = DecideAccess::endTag(m_table);
+    while (std::fgets(line, kLineSize, stream) != nullptr) {
+      KUNoNewLine(line);
+      if (line[0] == '#') continue;
+      if (startsWithEndTag(line, endTag)) return 1;
+      int pos = 0;
+      for (;;) {
+        const Clause c = clause(line, &pos);
+        if (c == Clause::Fail) return 0;
+        if (c == Clause::EndTag) return 1;
+        if (c == Clause::LineDone) break;
+      }
+    }
+    return 1;
+  }
+
+ private:
+  Clause clause(const char* line, int* pos) {
+    // The comment shows the clause as written, without the blanks that separate it from the last one.
+    *pos = skipBlanks(line, *pos);
+    DecideAccess::setComment(m_table, line + *pos);
+    if (line[*pos] == '\0') return Clause::LineDone;
+
+    if (const Keyword* trigger = matchPrefix(kTriggers, sizeof kTriggers / sizeof kTriggers[0], line + *pos)) {
+      *pos += static_cast<int>(std::strlen(trigger->word));
+      return triggerClause(trigger->code, line, pos);
+    }
+    int action = 0;
+    if (m_table.DEMatchAction(line, pos, &action)) return actionClause(action, line, pos);
+
+    if (line[*pos] == '#') return Clause::LineDone;
+    if (startsWithEndTag(line + *pos, DecideAccess::endTag(m_table))) return Clause::EndTag;
+    DecideAccess::setErrorID(m_table, KDE_ERROR_UNKNOWN_WORD);
+    return Clause::Fail;
+  }
+
+  Clause triggerClause(int rowType, const char* line, int* pos) {
+    char token[kBareTokenLen + 1];
+    if (!readToken(line, pos, token)) {
+      DecideAccess::setErrorID(m_table, KDE_ERROR_TRIGGER_TOKEN);
+      return Clause::LineDone;
+    }
+    CKActionRow* row = new (std::nothrow) CKActionRow;
+    if (row == nullptr) return Clause::Fail;
+    row->ARInitialise();
+    if (!m_table.DEAddActionRow(row)) {
+      delete row;
+      return Clause::Fail;
+    }
+    m_row = row;
+    switch (rowType) {
+      case KAR_ROW_ON: {
+        // An unknown event is accepted and leaves the event unset; the writer then refuses the row.
+        int event = 0;
+        if (CKActionRow::ARGetEventTypeFromText(&event, token)) row->ARSetEvent(event);
+        break;
+      }
+      case KAR_ROW_IN:
+      case KAR_ROW_AT:
+        row->ARSetGrouping(token);
+        break;
+      default:
+        DecideAccess::setErrorID(m_table, KDE_ERROR_ROW_TYPE);
+        return Clause::Fail;
+    }
+    row->ARSetRowType(rowType);
+    return Clause::Applied;
+  }
+
+  Clause actionClause(int action, const char* line, int* pos) {
+    // An action needs a row to act on; one before any trigger is malformed.
+    if (m_row == nullptr) {
+      DecideAccess::setErrorID(m_table, KDE_ERROR_ACTION);
+      return Clause::Fail;
+    }
+    char token[kBareTokenLen + 1];
+    token[0] = '\0';
+    if (takesToken(action) && !readToken(line, pos, token)) {
+      if (action != KAR_ACTION_RUN) {
+        DecideAccess::setErrorID(m_table, KDE_ERROR_ACTION_TOKEN);
+        return Clause::LineDone;
+      }
+    }
+    switch (action) {
+      case KAR_ACTION_CALL:
+      case KAR_ACTION_REPLACE:
+      case KAR_ACTION_PLAY:
+      case KAR_ACTION_LOAD:
+      case KAR_ACTION_RUN:
+      case KAR_ACTION_PING:
+      case KAR_ACTION_GOTO:
+      case KAR_ACTION_PLAYBACK:
+      case KAR_ACTION_USERGOTO:
+        m_row->ARSetAction(action);
+        m_row->ARSetTextData(token);
+        return Clause::Applied;
+      case KAR_ACTION_RETURN:
+      case KAR_ACTION_STOP:
+      case KAR_ACTION_NULL:
+      case KAR_ACTION_DELETE:
+      case KAR_ACTION_COPY:
+      case KAR_ACTION_CUT:
+      case KAR_ACTION_ZOOMIN:
+      case KAR_ACTION_ZOOMOUT:
+        m_row->ARSetAction(action);
+        return Clause::Applied;
+      case KAR_ACTION_MOVE: {
+        int motion = 0;
+        if (!m_table.DEGetMoveType(&motion, token)) {
+          DecideAccess::setErrorID(m_table, KDE_ERROR_MOTION);
+          return Clause::Fail;
+        }
+        m_row->ARSetAction(KAR_ACTION_MOVE);
+        m_row->ARSetMotion(motion);
+        return Clause::Applied;
+      }
+      case KAR_ACTION_FOR: {
+        // A count that is no number fails the load without an error id of its own.
+        int count = 0;
+        if (!KUSafeATOI(token, &count)) return Clause::Fail;
+        m_row->ARSetRepeatClicks(count);
+        m_row->ARSetIterations(count);
+        return Clause::Applied;
+      }
+      case KAR_ACTION_BY: {
+        float magnitude = 0.0f;
+        if (!KUSafeATOF(token, &magnitude)) return Clause::Fail;
+        m_row->ARSetMagnitude(magnitude);
+        return Clause::Applied;
+      }
+      default:
+        DecideAccess::setErrorID(m_table, KDE_ERROR_ACTION);
+        return Clause::Fail;
+    }
+  }
+
+  CKDecide& m_table;
+  CKActionRow* m_row = nullptr;  // the row the next action clause applies to
+};
+
+}  // namespace
+
+int CKDecide::DELoadFromFile(const char* path) {
+  if (path == nullptr || path[0] == '\0') return 0;
+  std::FILE* stream = std::fopen(path, "r");
+  if (stream == nullptr) return 0;
+  const int result = DELoadFromFile(stream);
+  std::fclose(stream);
+  return result;
+}
+
+int CKDecide::DELoadFromFile(std::FILE* stream) {
+  if (stream == nullptr) return 0;
+  Reader reader(*this);
+  return reader.load(stream);
+}
+
+int CKDecide::DEMatchAction(const char* line, int* position, int* action) {
+  if (line == nullptr || position == nullptr || action == nullptr) return 0;
+  if (*position < 0 || static_cast<size_t>(*position) > std::strlen(line)) return 0;
+  const int p = skipBlanks(line, *position);
+  const Keyword* k = matchPrefix(kActions, sizeof kActions / sizeof kActions[0], line + p);
+  if (k == nullptr) return 0;
+  *position = p + static_cast<int>(std::strlen(k->word));
+  *action = k->code;
+  return 1;
+}
+
+int CKDecide::DEGetMoveType(int* motion, const char* text) {
+  if (motion == nullptr || text == nullptr) return 0;
+  for (const Keyword& k : kMotions) {
+    if (std::strcmp(text, k.word) == 0) {
+      *motion = k.code;
+      return 1;
+    }
+  }
+  return 0;
+}

@@ -1,0 +1,211 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+// File types, small file operations, path splitting and copying referenced
+// files into a package directory.
+#include "KFile.h"
+
+#include <cctype>
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "OsFileSystem.h"
+#include "KNormalise.h"
+#include "KPathVars.h"
+#include "KText.h"
+#include "TextDetail.h"
+
+using kutil::detail::kMaxPath;
+using kutil::detail::kScratch;
+
+namespace {
+
+struct EndingType {
+  const char* ending;
+  int type;
+};
+
+// Tested top to bottom; ".scr" (22) and ".txt" (23) came later but keep their places.
+constexpr EndingType kFileTypes[] = {
+    {".bmp", 3},  {".anb", 4},  {".ppm", 5},  {".dll", 6},  {".scr", 22}, {".exe", 7},  {".lnk", 8},
+    {".kwq", 9},  {".ksf", 10}, {".kvc", 11}, {".wav", 12}, {".ksl", 13}, {".cpl", 14}, {".kiq", 15},
+    {".kft", 16}, {".kss", 17}, {".nss", 18}, {".txt", 23}, {".kkp", 19}, {".kdr", 20}, {".kud", 21},
+};
+
+constexpr const char* kSkyEndings[] = {
+    "_fw.bmp", "_rh.bmp", "_bk.bmp", "_lf.bmp", "_up.bmp", "_dn.bmp",
+    "_fw.anb", "_rh.anb", "_bk.anb", "_lf.anb", "_up.anb", "_dn.anb",
+};
+
+char upper(char c) { return static_cast<char>(std::toupper(static_cast<unsigned char>(c))); }
+
+bool isEmpty(const char* text) { return text == nullptr || text[0] == '\0'; }
+
+}  // namespace
+
+int KUFileHasEnding(const char* name, const char* ending) {
+  if (name == nullptr || ending == nullptr) return 0;
+  std::size_t n = std::strlen(name);
+  std::size_t e = std::strlen(ending);
+  if (n < e) return 0;
+  for (std::size_t i = 1; i <= e; ++i)
+    if (upper(name[n - i]) != upper(ending[e - i])) return 0;
+  return 1;
+}
+
+int KUGetFileType(const char* name) {
+  if (name == nullptr) return 1;
+  if (KUFileHasEnding(name, ".ico")) return KUIsBitmap(name) ? 3 : 2;
+  for (const EndingType& entry : kFileTypes)
+    if (KUFileHasEnding(name, entry.ending)) return entry.type;
+  return 1;
+}
+
+int KUIsBitmap(const char* path) {
+  if (isEmpty(path)) return 0;
+  std::FILE* file = std::fopen(path, "rb");
+  if (file == nullptr) return 0;
+  unsigned char head[8];
+  std::size_t got = std::fread(head, 1, sizeof head, file);
+  std::fclose(file);
+  return got == sizeof head && head[0] == 'B' && head[1] == 'M' ? 1 : 0;
+}
+
+int KUFileHasSkyEnding(const char* name) {
+  for (const char* ending : kSkyEndings)
+    if (KUFileHasEnding(name, ending)) return 1;
+  return 0;
+}
+
+int KUIsFileReadable(const char* path) {
+  if (isEmpty(path)) return 0;
+  std::FILE* file = std::fopen(path, "r");
+  if (file == nullptr) return 0;
+  // POSIX opens directories for reading; the first read tells them apart.
+  std::fgetc(file);
+  bool ok = std::ferror(file) == 0;
+  std::fclose(file);
+  return ok ? 1 : 0;
+}
+
+int KUTouch(const char* path) {
+  if (isEmpty(path)) return 0;
+  std::FILE* file = std::fopen(path, "a+");
+  if (file == nullptr) return 0;
+  std::fclose(file);
+  return 1;
+}
+
+int KUIsADriveName(const char* name) {
+  if (name == nullptr) return 0;
+  return std::isalpha(static_cast<unsigned char>(name[0])) && name[1] == ':' && name[2] == '\0' ? 1 : 0;
+}
+
+int KUAppendLine(const char* path, const char* text) {
+  if (isEmpty(path)) return 0;
+  std::FILE* file = std::fopen(path, "a+");
+  if (file == nullptr) return 0;
+  bool ok = std::fputs(kutil::detail::orEmpty(text), file) >= 0;
+  if (std::fflush(file) != 0) ok = false;
+  if (std::fclose(file) != 0) ok = false;
+  return ok ? 1 : 0;
+}
+
+int KUCountLinesInFile(const char* path, long* count) {
+  if (isEmpty(path) || count == nullptr) return 0;
+  std::FILE* file = std::fopen(path, "r");
+  if (file == nullptr) return 0;
+  char line[266];
+  long lines = 0;
+  while (std::fgets(line, sizeof line, file) != nullptr) ++lines;
+  std::fclose(file);
+  *count = lines;
+  return 1;
+}
+
+int KUClipFile(const char* path, int first, int last) {
+  if (path == nullptr) return 0;
+  std::size_t length = std::strlen(path);
+  if (length + 1 > 256) return 0;
+  std::string temporary = std::string(path) + ".TMP";
+  std::FILE* source = std::fopen(path, "r");
+  if (source == nullptr) return 0;
+  std::FILE* target = std::fopen(temporary.c_str(), "w");
+  if (target == nullptr) {
+    std::fclose(source);
+    return 0;
+  }
+  char line[kMaxPath];
+  int number = 0;
+  bool kept = false;
+  while (std::fgets(line, sizeof line, source) != nullptr) {
+    ++number;
+    if (number >= first && number <= last) {
+      // The kept lines go to the stream opened for reading, so the write
+      // fails and the temporary file stays empty: a successful clip empties
+      // the file. The message log relies on exactly this.
+      if (std::fputs(line, source) < 0) std::clearerr(source);
+      kept = true;
+    }
+  }
+  std::fflush(target);
+  std::fclose(target);
+  std::fclose(source);
+  if (!kept) return 0;
+  if (!kutil::platform::deleteFile(path)) {
+    kutil::platform::deleteFile(temporary.c_str());
+    return 0;
+  }
+  // The rename's own result is not reported: once the file is deleted the
+  // clip has happened, and the log that relies on it only needs to know that.
+  kutil::platform::moveFile(temporary.c_str(), path);
+  return 1;
+}
+
+int KUGetPathFromFile(char* out, const char* file) {
+  if (out == nullptr) return 0;
+  kutil::platform::SplitPath parts;
+  kutil::platform::splitPath(file, &parts);
+  std::string path = std::string(parts.drive) + parts.dir;
+  KUSafeStrncpy(out, path.c_str(), kMaxPath);
+  return 1;
+}
+
+int KUGetImageComponents(const char* imageText, char* name, int* index, char* extra) {
+  if (imageText == nullptr || name == nullptr || index == nullptr) return 0;
+  char first[kScratch];
+  char second[kScratch];
+  if (!KUCutString(imageText, '|', 0, first) || !KUCutString(imageText, '|', 1, second)) return 0;
+  std::strcpy(name, first);
+  KUSafeATOI(second, index);
+  char third[kScratch];
+  if (extra != nullptr && KUCutString(imageText, '|', 2, third)) std::strcpy(extra, third);
+  return 1;
+}
+
+int KUCopyToTarget(const char* source, const char* targetDir, char* out) {
+  if (isEmpty(source) || isEmpty(targetDir)) return 1;
+  int type = KUGetFileType(source);
+  // Programs are never gathered, and variablised names are already portable.
+  if (type == 6 || type == 7 || type == 14 || KUIsVariablised(source)) return 1;
+  if (out == nullptr) return 0;
+  KUSetComment(source);
+  kutil::platform::SplitPath parts;
+  kutil::platform::splitPath(source, &parts);
+  std::string newName = std::string(targetDir) + parts.name + parts.ext;
+  // A name that would not fit the caller's path buffer cannot be handed back.
+  if (newName.size() > static_cast<std::size_t>(kScratch - 1)) return 0;
+  int result;
+  if (KUIsFileReadable(source)) {
+    if (kutil::platform::copyFile(source, newName.c_str(), true)) {
+      if (KUFileHasSkyEnding(newName.c_str())) KUCopySkyBoxFaces(source, newName.c_str());
+      result = 1;
+    } else {
+      result = KUIsFileReadable(newName.c_str());  // already there
+    }
+  } else {
+    result = KUIsFileReadable(newName.c_str());
+  }
+  std::memcpy(out, newName.c_str(), newName.size() + 1);
+  return result;
+}

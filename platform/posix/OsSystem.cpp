@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+#include "OsSystem.h"
+
+#include <time.h>
+
+namespace kutil::platform {
+
+void resetTimeZone() { tzset(); }
+
+bool localNow(std::tm* out) {
+  if (out == nullptr) return false;
+  time_t now = time(nullptr);
+  if (now == static_cast<time_t>(-1)) return false;
+  return localtime_r(&now, out) != nullptr;
+}
+
+}  // namespace kutil::platform

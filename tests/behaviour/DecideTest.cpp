@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+// The behaviour table's row list, cursor and copy.
+#include <gtest/gtest.h>
+
+#include "DecideTestSupport.h"
+
+using kutil::detail::DecideAccess;
+using kutil::test::rowAt;
+
+namespace {
+
+CKActionRow* namedRow(const char* name) {
+  CKActionRow* row = new CKActionRow;
+  row->ARSetGrouping(name);
+  return row;
+}
+
+std::string names(CKDecide& table) {
+  std::string out;
+  char name[KAR_GROUPING_LEN + 1];
+  for (int i = 0; CKActionRow* r = rowAt(table, i); ++i)
+    if (r->ARGetGrouping(name)) out += name;
+  return out;
+}
+
+CKActionRow* selected(CKDecide& table) { return DecideAccess::selectedRow(table); }
+
+TEST(CKDecideTable, EditingFollowsTheCursorAndRefusesForeignRows) {
+  CKDecide table;
+  CKActionRow* row = nullptr;
+  for (const char* n : {"a", "b", "c"}) EXPECT_EQ(table.DEAddActionRow(namedRow(n)), 1);
+  CKActionRow loose, other;  // refused rows are neither linked nor destroyed by the table
+  EXPECT_EQ(selected(table), nullptr) << "adding does not select";
+  EXPECT_EQ(table.DEInsertActionRow(&loose) + table.DEAppendActionRow(&loose), 0) << "nothing selected";
+  table.DESetSelectedActionRow(&loose);
+  EXPECT_EQ(table.DEInsertActionRow(&other) + table.DEDeleteSelectedActionRow(), 0) << "selection outside";
+  EXPECT_EQ(selected(table), nullptr);
+  // Linking a row twice would make the list a cycle.
+  EXPECT_EQ(table.DEAddActionRow(rowAt(table, 0)), 0);
+
+  ASSERT_EQ(table.DESelectFirstActionRow(&row), 1);
+  CKActionRow* first = namedRow("0");
+  EXPECT_EQ(table.DEInsertActionRow(first), 1);
+  EXPECT_EQ(selected(table), first);
+  table.DESetSelectedActionRow(rowAt(table, 3));
+  EXPECT_EQ(table.DEAppendActionRow(namedRow("z")), 1);
+  EXPECT_EQ(table.DEAppendActionRow(rowAt(table, 0)), 0);
+  table.DESetSelectedActionRow(rowAt(table, 3));
+  EXPECT_EQ(table.DEInsertActionRow(namedRow("m")), 1);
+  EXPECT_EQ(names(table), "0abmcz");
+
+  // Next stops on the last row and keeps it selected.
+  while (table.DESelectNextActionRow(&row)) {
+  }
+  EXPECT_EQ(row, rowAt(table, 5));
+  EXPECT_EQ(selected(table), row);
+  table.DESetSelectedActionRow(rowAt(table, 2));
+  EXPECT_EQ(table.DEDeleteSelectedActionRow(), 1);
+  EXPECT_EQ(selected(table), nullptr);
+  table.DESelectFirstActionRow(&row);
+  table.DEDeleteSelectedActionRow();
+  EXPECT_EQ(names(table), "amcz");
+  EXPECT_EQ(table.DEDeleteAllActionRows(), 1);
+  EXPECT_EQ(table.DESelectFirstActionRow(&row), 0);
+}
+
+TEST(CKDecideTable, CopyTakesRowsAndScaleOnly) {
+  CKDecide source, copy, empty;
+  CKFIFO fifo;
+  for (const char* n : {"a", "b", "c"}) source.DEAddActionRow(namedRow(n));
+  source.DESetDelimitingFileTag("[DOOR]");
+  source.DEAttachInputFIFO(&fifo);
+  source.DESetItemScaleFactor(2.5f);
+  rowAt(source, 0)->ARSetRunState("busy");
+  copy.DEAddActionRow(namedRow("old"));
+  ASSERT_EQ(copy.DECopyFrom(&source), 1);
+  EXPECT_EQ(names(copy), "abc");
+  EXPECT_EQ(kutil::test::runState(rowAt(copy, 0)), "idle");
+  EXPECT_EQ(DecideAccess::itemScaleFactor(copy), 2.5f);
+  EXPECT_EQ(DecideAccess::inputFIFO(copy), nullptr);
+  EXPECT_STREQ(DecideAccess::endTag(copy), "]AVR[");
+  EXPECT_EQ(selected(source), rowAt(source, 2)) << "the copy walks the source's cursor to its end";
+
+  empty.DESetItemScaleFactor(9.0f);
+  EXPECT_EQ(copy.DECopyFrom(&empty), 0);
+  EXPECT_EQ(rowAt(copy, 0), nullptr);
+  EXPECT_EQ(DecideAccess::itemScaleFactor(copy), 2.5f);
+  EXPECT_EQ(copy.DECopyFrom(&copy), 0);
+}
+
+}  // namespace
