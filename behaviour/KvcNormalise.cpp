@@ -19,15 +19,12 @@
 #include "KPathVars.h"
 #include "KText.h"
 #include "KVGen.h"
-#include "normalise/LineFile.h"
+#include "LineFile.h"
 
 namespace {
 
-constexpr const char* kKwqDir = "?KALDOKWQDIR?";
 // Text data plus room for a variable that is longer than what it replaces.
 constexpr int kNameCapacity = 264;
-// A texture name as the generator hands it out.
-constexpr int kTextureCapacity = 277;
 
 bool isEmpty(const char* text) { return text == nullptr || text[0] == '\0'; }
 
@@ -72,16 +69,6 @@ bool textOf(CKActionRow* row, char* out) {
 int storeSafely(CKDecide* table, const char* path) {
   const std::string temp = kutil::detail::temporaryName(path);
   if (table->DEStoreToFile(temp.c_str()) != 1) {
-    kutil::platform::deleteFile(temp.c_str());
-    return 0;
-  }
-  return kutil::detail::replaceByRename(path, temp) ? 1 : 0;
-}
-
-// Saves a shape file through a temporary file; 1 when path holds the new content.
-int saveSafely(CKVGen* shape, const char* path) {
-  const std::string temp = kutil::detail::temporaryName(path);
-  if (shape->KVSave(temp.c_str()) != 1) {
     kutil::platform::deleteFile(temp.c_str());
     return 0;
   }
@@ -226,36 +213,6 @@ int KUDeRelativiseKCV(const char* path) {
   KUGetPathFromFile(directory, path);
   if (KUDeRelativiseKCV(directory, &table) != 1) return 1;  // nothing to change: file untouched
   return storeSafely(&table, path);
-}
-
-int KUDeRelativiseKSF(const char* directory, const char* shapeFile) {
-  if (directory == nullptr || isEmpty(shapeFile)) return 0;
-  CKVGen shape;
-  shape.KVInitialise();
-  if (shape.KVRestore(shapeFile) != 1) return 0;
-  using Getter = int (CKVGen::*)(char*);
-  using Setter = int (CKVGen::*)(const char*);
-  const struct {
-    Getter get;
-    Setter set;
-  } textures[] = {
-      {&CKVGen::KVGetFrontPlaneTexture, &CKVGen::KVSetFrontPlaneTexture},
-      {&CKVGen::KVGetBackPlaneTexture, &CKVGen::KVSetBackPlaneTexture},
-      {&CKVGen::KVGetWrapSurfaceTexture, &CKVGen::KVSetWrapSurfaceTexture},
-  };
-  bool changed = false;
-  bool allSet = true;
-  for (const auto& texture : textures) {
-    char name[kTextureCapacity];
-    if ((shape.*texture.get)(name) != 1) continue;
-    if (!KUSubstitute4Variable(name, kKwqDir, directory)) continue;
-    // An animation names its frames the same way; its own result does not count.
-    KUDeRelativiseANB(name, kKwqDir, directory);
-    if ((shape.*texture.set)(name) != 1) allSet = false;
-    changed = true;
-  }
-  if (!allSet || !changed) return 0;
-  return saveSafely(&shape, shapeFile);
 }
 
 int KUCopyKCVForNormalise(const char* targetDir, CKDecide* table) {

@@ -1,34 +1,23 @@
 # SPDX-FileCopyrightText: 2026 The KUtil developers
 # SPDX-License-Identifier: MIT
-# The library is built once as one object library per subsystem folder; the
-# shared KUtil and the test executables both link those objects, so tests can
-# reach internals while the shipped library exports only the API.
+# The library is built as one object library per layer. Each layer links the
+# layers it builds on and sees only their headers: its own folder, theirs, and
+# a view of the exported headers that holds just the ones it and they own. A
+# source that includes a header of a higher layer does not compile.
+#
+#   services ─────────────────────────────┐
+#   behaviour ──► vgen ──► footprint ──► geometry ──► foundation ──► platform
+#        │          └────► normalise ─────────────────┘
+#        └───────────────► normalise
+#
+# The shared KUtil and the static kutil_internal (for tests, benchmarks and
+# fuzz targets) are both made of these objects.
 
-set(KUTIL_SUBSYSTEMS foundation geometry behaviour footprint normalise vgen services platform)
 if(WIN32)
   set(KUTIL_PLATFORM_DIR platform/win32)
 else()
   set(KUTIL_PLATFORM_DIR platform/posix)
 endif()
-
-set(KUTIL_OBJECT_LIBS "")
-foreach(sub IN LISTS KUTIL_SUBSYSTEMS)
-  if(sub STREQUAL "platform")
-    file(GLOB srcs CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/platform/*.cpp ${PROJECT_SOURCE_DIR}/${KUTIL_PLATFORM_DIR}/*.cpp)
-  else()
-    file(GLOB srcs CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${sub}/*.cpp)
-  endif()
-  if(NOT srcs)
-    continue()
-  endif()
-  add_library(kutil_${sub} OBJECT ${srcs})
-  target_include_directories(kutil_${sub}
-    PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
-    PRIVATE ${PROJECT_SOURCE_DIR}/${sub} ${PROJECT_SOURCE_DIR}/platform ${PROJECT_SOURCE_DIR})
-  target_compile_definitions(kutil_${sub} PRIVATE KUTIL_BUILDING)
-  target_link_libraries(kutil_${sub} PRIVATE kutil_options)
-  list(APPEND KUTIL_OBJECT_LIBS kutil_${sub})
-endforeach()
 
 # Third-party libraries the POSIX backends use; each is optional at configure
 # time only so that a half-provisioned machine still builds the rest.
@@ -54,11 +43,72 @@ else()
   find_package(Threads REQUIRED)
   list(APPEND KUTIL_PLATFORM_LIBS Threads::Threads ${CMAKE_DL_LIBS})
 endif()
-foreach(lib IN LISTS KUTIL_OBJECT_LIBS)
-  target_link_libraries(${lib} PRIVATE ${KUTIL_PLATFORM_LIBS})
-endforeach()
 
+set(KUTIL_LAYER_VIEWS ${PROJECT_BINARY_DIR}/layers)
+file(REMOVE_RECURSE ${KUTIL_LAYER_VIEWS})
 configure_file(${PROJECT_SOURCE_DIR}/cmake/KUtilVersion.h.in ${PROJECT_BINARY_DIR}/include/KUtilVersion.h @ONLY)
+
+set(KUTIL_OBJECT_LIBS "")
+set(KUTIL_LAYERED_HEADERS "")
+
+# kutil_layer(name FOLDERS dir... HEADERS h... DEPENDS layer...)
+# FOLDERS hold the layer's sources and private headers; HEADERS are the
+# exported headers in include/ that the layer owns.
+function(kutil_layer name)
+  cmake_parse_arguments(L "" "" "FOLDERS;HEADERS;DEPENDS" ${ARGN})
+  set(view ${KUTIL_LAYER_VIEWS}/${name})
+  file(MAKE_DIRECTORY ${view})
+  foreach(header IN LISTS L_HEADERS)
+    if(NOT EXISTS ${PROJECT_SOURCE_DIR}/include/${header})
+      message(FATAL_ERROR "layer ${name}: include/${header} does not exist")
+    endif()
+    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/include/${header} ${view}/${header} SYMBOLIC)
+  endforeach()
+  set(srcs "")
+  set(dirs ${view})
+  foreach(folder IN LISTS L_FOLDERS)
+    file(GLOB found CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
+    list(APPEND srcs ${found})
+    list(APPEND dirs ${PROJECT_SOURCE_DIR}/${folder})
+  endforeach()
+  add_library(kutil_${name} OBJECT ${srcs})
+  target_include_directories(kutil_${name} PUBLIC ${dirs})
+  target_compile_definitions(kutil_${name} PRIVATE KUTIL_BUILDING)
+  foreach(dep IN LISTS L_DEPENDS)
+    target_link_libraries(kutil_${name} PUBLIC kutil_${dep})
+  endforeach()
+  target_link_libraries(kutil_${name} PRIVATE kutil_options ${KUTIL_PLATFORM_LIBS})
+  set(KUTIL_OBJECT_LIBS ${KUTIL_OBJECT_LIBS} kutil_${name} PARENT_SCOPE)
+  set(KUTIL_LAYERED_HEADERS ${KUTIL_LAYERED_HEADERS} ${L_HEADERS} PARENT_SCOPE)
+endfunction()
+
+kutil_layer(platform FOLDERS platform ${KUTIL_PLATFORM_DIR}
+  HEADERS KUtilBase.h)
+# The generated version header belongs to the lowest layer.
+target_include_directories(kutil_platform PUBLIC ${PROJECT_BINARY_DIR}/include)
+kutil_layer(foundation FOLDERS foundation
+  HEADERS KText.h KGenList.h KFile.h DEPENDS platform)
+kutil_layer(geometry FOLDERS geometry
+  HEADERS KVector.h KTrans.h KArrange.h KMarkerList.h DEPENDS foundation)
+kutil_layer(footprint FOLDERS footprint
+  HEADERS KFootPrint.h DEPENDS geometry)
+kutil_layer(normalise FOLDERS normalise
+  HEADERS KPathVars.h KNormalise.h DEPENDS foundation)
+kutil_layer(vgen FOLDERS vgen
+  HEADERS KVGen.h DEPENDS footprint normalise)
+kutil_layer(behaviour FOLDERS behaviour
+  HEADERS KFIFO.h KInputRecord.h KActionRow.h KDecide.h DEPENDS vgen normalise)
+kutil_layer(services FOLDERS services
+  HEADERS KRegistry.h KInfo.h KShell.h KSound.h KSplash.h DEPENDS foundation)
+
+# Every exported header belongs to exactly one layer, but the umbrella.
+file(GLOB exported RELATIVE ${PROJECT_SOURCE_DIR}/include CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/*.h)
+foreach(header IN LISTS exported)
+  list(FIND KUTIL_LAYERED_HEADERS ${header} at)
+  if(at EQUAL -1 AND NOT header STREQUAL "KUtil.h")
+    message(FATAL_ERROR "include/${header} belongs to no layer: add it to one in cmake/KUtilSubsystems.cmake")
+  endif()
+endforeach()
 
 set(kutil_objects "")
 foreach(lib IN LISTS KUTIL_OBJECT_LIBS)
@@ -81,13 +131,12 @@ elseif(CMAKE_SYSTEM_NAME STREQUAL "Linux")
   set_target_properties(KUtil PROPERTIES LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/KUtil.map)
 endif()
 
-# kutil_internal: the same objects as one static bundle with every header
-# reachable, for tests, benchmarks and fuzz targets.
+# kutil_internal: the same objects as one static bundle with every layer's
+# headers reachable, for tests, benchmarks and fuzz targets.
 add_library(kutil_internal STATIC ${kutil_objects})
-target_include_directories(kutil_internal PUBLIC
-  ${PROJECT_SOURCE_DIR}/include ${PROJECT_BINARY_DIR}/include ${PROJECT_SOURCE_DIR}/platform ${PROJECT_SOURCE_DIR})
-foreach(sub IN LISTS KUTIL_SUBSYSTEMS)
-  target_include_directories(kutil_internal PUBLIC ${PROJECT_SOURCE_DIR}/${sub})
+target_include_directories(kutil_internal PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_BINARY_DIR}/include)
+foreach(lib IN LISTS KUTIL_OBJECT_LIBS)
+  target_include_directories(kutil_internal PUBLIC $<TARGET_PROPERTY:${lib},INTERFACE_INCLUDE_DIRECTORIES>)
 endforeach()
 target_compile_definitions(kutil_internal PUBLIC KUTIL_STATIC)
 target_link_libraries(kutil_internal PUBLIC kutil_options ${KUTIL_PLATFORM_LIBS})

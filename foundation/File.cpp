@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
-// File types, small file operations, path splitting and copying referenced
-// files into a package directory.
+// File types, small file operations and path splitting.
 #include "KFile.h"
 
 #include <cctype>
@@ -10,11 +9,10 @@
 #include <string>
 
 #include "OsFileSystem.h"
-#include "KNormalise.h"
-#include "KPathVars.h"
 #include "KText.h"
 #include "TextDetail.h"
 
+using kutil::detail::isEmpty;
 using kutil::detail::kMaxPath;
 using kutil::detail::kScratch;
 
@@ -25,11 +23,14 @@ struct EndingType {
   int type;
 };
 
-// Tested top to bottom; ".scr" (22) and ".txt" (23) came later but keep their places.
+// Tested top to bottom; ".scr" and ".txt" came later but keep their places.
 constexpr EndingType kFileTypes[] = {
-    {".bmp", 3},  {".anb", 4},  {".ppm", 5},  {".dll", 6},  {".scr", 22}, {".exe", 7},  {".lnk", 8},
-    {".kwq", 9},  {".ksf", 10}, {".kvc", 11}, {".wav", 12}, {".ksl", 13}, {".cpl", 14}, {".kiq", 15},
-    {".kft", 16}, {".kss", 17}, {".nss", 18}, {".txt", 23}, {".kkp", 19}, {".kdr", 20}, {".kud", 21},
+    {".bmp", KFT_BITMAP},  {".anb", KFT_ANIMATION},  {".ppm", KFT_PPM},          {".dll", KFT_LIBRARY},
+    {".scr", KFT_SCREEN_SAVER}, {".exe", KFT_PROGRAM}, {".lnk", KFT_SHORTCUT},   {".kwq", KFT_SCENE},
+    {".ksf", KFT_SHAPE},   {".kvc", KFT_BEHAVIOUR},  {".wav", KFT_SOUND},        {".ksl", KFT_SCENE_LIST},
+    {".cpl", KFT_CONTROL}, {".kiq", KFT_KIQ},        {".kft", KFT_KFT},          {".kss", KFT_KSS},
+    {".nss", KFT_NSS},     {".txt", KFT_TEXT},       {".kkp", KFT_KKP},          {".kdr", KFT_KDR},
+    {".kud", KFT_KUD},
 };
 
 constexpr const char* kSkyEndings[] = {
@@ -38,8 +39,6 @@ constexpr const char* kSkyEndings[] = {
 };
 
 char upper(char c) { return static_cast<char>(std::toupper(static_cast<unsigned char>(c))); }
-
-bool isEmpty(const char* text) { return text == nullptr || text[0] == '\0'; }
 
 }  // namespace
 
@@ -54,11 +53,11 @@ int KUFileHasEnding(const char* name, const char* ending) {
 }
 
 int KUGetFileType(const char* name) {
-  if (name == nullptr) return 1;
-  if (KUFileHasEnding(name, ".ico")) return KUIsBitmap(name) ? 3 : 2;
+  if (name == nullptr) return KFT_OTHER;
+  if (KUFileHasEnding(name, ".ico")) return KUIsBitmap(name) ? KFT_BITMAP : KFT_ICON;
   for (const EndingType& entry : kFileTypes)
     if (KUFileHasEnding(name, entry.ending)) return entry.type;
-  return 1;
+  return KFT_OTHER;
 }
 
 int KUIsBitmap(const char* path) {
@@ -181,31 +180,4 @@ int KUGetImageComponents(const char* imageText, char* name, int* index, char* ex
   char third[kScratch];
   if (extra != nullptr && KUCutString(imageText, '|', 2, third)) std::strcpy(extra, third);
   return 1;
-}
-
-int KUCopyToTarget(const char* source, const char* targetDir, char* out) {
-  if (isEmpty(source) || isEmpty(targetDir)) return 1;
-  int type = KUGetFileType(source);
-  // Programs are never gathered, and variablised names are already portable.
-  if (type == 6 || type == 7 || type == 14 || KUIsVariablised(source)) return 1;
-  if (out == nullptr) return 0;
-  KUSetComment(source);
-  kutil::platform::SplitPath parts;
-  kutil::platform::splitPath(source, &parts);
-  std::string newName = std::string(targetDir) + parts.name + parts.ext;
-  // A name that would not fit the caller's path buffer cannot be handed back.
-  if (newName.size() > static_cast<std::size_t>(kScratch - 1)) return 0;
-  int result;
-  if (KUIsFileReadable(source)) {
-    if (kutil::platform::copyFile(source, newName.c_str(), true)) {
-      if (KUFileHasSkyEnding(newName.c_str())) KUCopySkyBoxFaces(source, newName.c_str());
-      result = 1;
-    } else {
-      result = KUIsFileReadable(newName.c_str());  // already there
-    }
-  } else {
-    result = KUIsFileReadable(newName.c_str());
-  }
-  std::memcpy(out, newName.c_str(), newName.size() + 1);
-  return result;
 }

@@ -19,6 +19,9 @@ inline bool isPathSeparator(char c) { return c == '\\' || c == '/'; }
 /// A null text reads as the empty text.
 inline const char* orEmpty(const char* text) { return text != nullptr ? text : ""; }
 
+/// True for a null or empty text.
+inline bool isEmpty(const char* text) { return text == nullptr || text[0] == '\0'; }
+
 /// 1 when both paths are equal over their whole length under KUstrNIcmp's
 /// rule (case-insensitive, backslash equal to '/'); null counts as "".
 bool samePath(const char* a, const char* b);

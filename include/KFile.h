@@ -1,13 +1,39 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
 /// @file KFile.h
-/// File utilities: file-type numbers, appending, counting and clipping text files, copying referenced files.
+/// File utilities: file-type numbers, appending, counting and clipping text files.
 #pragma once
 #include "KUtilBase.h"
 
+// File-type numbers of KUGetFileType. Not in the order the endings are tested:
+// ".scr" (22) and ".txt" (23) were added later.
+constexpr int KFT_OTHER = 1;       ///< no known ending
+constexpr int KFT_ICON = 2;        ///< ".ico" that is not a bitmap
+constexpr int KFT_BITMAP = 3;      ///< ".bmp", or ".ico" holding a bitmap
+constexpr int KFT_ANIMATION = 4;   ///< ".anb"
+constexpr int KFT_PPM = 5;         ///< ".ppm"
+constexpr int KFT_LIBRARY = 6;     ///< ".dll"
+constexpr int KFT_PROGRAM = 7;     ///< ".exe"
+constexpr int KFT_SHORTCUT = 8;    ///< ".lnk"
+constexpr int KFT_SCENE = 9;       ///< ".kwq"
+constexpr int KFT_SHAPE = 10;      ///< ".ksf"
+constexpr int KFT_BEHAVIOUR = 11;  ///< ".kvc"
+constexpr int KFT_SOUND = 12;      ///< ".wav"
+constexpr int KFT_SCENE_LIST = 13; ///< ".ksl"
+constexpr int KFT_CONTROL = 14;    ///< ".cpl"
+constexpr int KFT_KIQ = 15;        ///< ".kiq"
+constexpr int KFT_KFT = 16;        ///< ".kft"
+constexpr int KFT_KSS = 17;        ///< ".kss"
+constexpr int KFT_NSS = 18;        ///< ".nss"
+constexpr int KFT_KKP = 19;        ///< ".kkp"
+constexpr int KFT_KDR = 20;        ///< ".kdr"
+constexpr int KFT_KUD = 21;        ///< ".kud"
+constexpr int KFT_SCREEN_SAVER = 22; ///< ".scr"
+constexpr int KFT_TEXT = 23;       ///< ".txt"
+
 /// 1 when name ends with ending (letters compared case-insensitively), else 0.
 KUTIL_API int KUFileHasEnding(const char* name, const char* ending);
-/// The file-type number of name's ending (1 unknown, 2 icon, 3 bitmap, 4 ".anb", ... 22 ".scr", 23 ".txt").
+/// The file-type number (KFT_*) of name's ending; KFT_OTHER for an unknown one.
 KUTIL_API int KUGetFileType(const char* name);
 /// 1 when the file's first 8 bytes can be read and begin with "BM", else 0.
 KUTIL_API int KUIsBitmap(const char* path);
@@ -29,5 +55,3 @@ KUTIL_API int KUClipFile(const char* path, int first, int last);
 KUTIL_API int KUGetPathFromFile(char* out, const char* file);
 /// Splits "name|index[|extra]" into name (261 bytes), *index and extra (261 bytes, written only when present); 0 when name or index is missing.
 KUTIL_API int KUGetImageComponents(const char* imageText, char* name, int* index, char* extra);
-/// Copies a referenced file into targetDir (ending in a separator) without overwriting, new name to out (264 bytes, always terminated); 1 when the file is there afterwards or needs no copy.
-KUTIL_API int KUCopyToTarget(const char* source, const char* targetDir, char* out);

@@ -1,33 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
 /// @file KNormalise.h
-/// Making behaviour, scene-list and animation files machine-independent.
+/// Gathering referenced files into a package, and making scene-list and animation files
+/// machine-independent.
 #pragma once
 #include "KUtilBase.h"
 
+/// Copies a referenced file into targetDir (ending in a separator) without overwriting, new name to out (264 bytes, always terminated); 1 when the file is there afterwards or needs no copy.
+KUTIL_API int KUCopyToTarget(const char* source, const char* targetDir, char* out);
 /// Copies the other five faces of sourceFace's sky box next to newName (same base, suffixes "_fw" "_rh" "_bk" "_lf" "_up" "_dn", same extension), skipping absent faces and never overwriting; 0 when either name lacks a sky-box ending, else 1.
 KUTIL_API int KUCopySkyBoxFaces(const char* sourceFace, const char* newName);
-
-class CKDecide;
-
-// ---- Behaviour files (".kvc") ----
-
-/// Puts the file names of the table's REPLACE, PLAY, LOAD, RUN, GOTO, PLAYBACK and USERGOTO rows into path-variable form (relativising a named shape file first); 0 for a null or empty table, else 1.
-KUTIL_API int KURelativiseKCV(CKDecide* table);
-/// Relativises a behaviour file in place and, recursively, the behaviour files it names that are not yet normalised; sets the comment to the file being processed; 1 for an empty or variablised path, 0 when a file does not load or store.
-KUTIL_API int KUConvertKCVToRelative(const char* path);
-/// 1 when the behaviour file loads, has rows and at least one row's text data holds a path variable, else 0.
-KUTIL_API int KUIsKCVFileNormalised(const char* path);
-/// Turns the table's variablised names back into paths, "?KALDOKWQDIR?" being directory (with its trailing separator), and de-relativises named shape files; 1 when anything changed, else 0 (also for a null directory or an empty table).
-KUTIL_API int KUDeRelativiseKCV(const char* directory, CKDecide* table);
-/// De-relativises a behaviour file in place against its own directory, storing it only when something changed; 0 when it does not load or store, else 1.
-KUTIL_API int KUDeRelativiseKCV(const char* path);
-/// Replaces "?KALDOKWQDIR?" in the shape file's textures by directory (and inside named animation files) and saves it; 1 only when something changed and the save succeeded (0 for a null directory).
-KUTIL_API int KUDeRelativiseKSF(const char* directory, const char* shapeFile);
-/// Copies every readable file the table's rows name into targetDir (ending in a separator), gathering the parts of behaviour and shape files, and points the rows at the copies; 0 for a null targetDir or a null or empty table, else 1 (failed copies are ignored).
-KUTIL_API int KUCopyKCVForNormalise(const char* targetDir, CKDecide* table);
-/// Gathers the files a behaviour file names into the file's own directory and stores it with the new names; sets the comment to the path; 1 for an empty path, 0 when it does not load or store.
-KUTIL_API int KUCopyKCVFileParts(const char* path);
 
 // ---- Scene-list files (".ksl") ----
 

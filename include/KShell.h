@@ -8,9 +8,6 @@
 
 #if defined(_WIN32)
 #include <shlobj.h>
-#else
-/// A shell item list (opaque).
-typedef struct _ITEMIDLIST ITEMIDLIST;
 #endif
 
 /// Copies the common start-menu folder to out (264 bytes, always terminated; untouched on failure);

@@ -5,16 +5,6 @@
 #pragma once
 #include "KUtilBase.h"
 
-#if defined(_WIN32)
-/// The context painted into: a GDI device context.
-typedef HDC KUPaintDC;
-#else
-/// A colour as 0x00BBGGRR.
-typedef unsigned int COLORREF;
-/// The context painted into: a Cairo drawing context (cairo_t*), on any Cairo surface.
-typedef struct _cairo* KUPaintDC;
-#endif
-
 /// Paints the start-up screen: a text line, a comment line and a progress bar, or one extra line.
 /// On POSIX the window handle given to SPSetHwnd is the window's cairo_surface_t*.
 class KUTIL_API CKSplash {

@@ -58,6 +58,18 @@ typedef struct HKEY__* HKEY;
 typedef struct HWND__* HWND;
 #endif
 
+#if defined(_WIN32)
+/// The context the splash screen paints into: a GDI device context.
+typedef HDC KUPaintDC;
+#else
+/// A colour as 0x00BBGGRR.
+typedef unsigned int COLORREF;
+/// The context the splash screen paints into: a Cairo drawing context (cairo_t*), on any Cairo surface.
+typedef struct _cairo* KUPaintDC;
+#endif
+/// A shell item list (opaque; the shell's own on Windows).
+typedef struct _ITEMIDLIST ITEMIDLIST;
+
 /// Date and time as nine 32-bit integers.
 typedef struct tagKDATETIME {
   int year;      ///< full year, e.g. 2001

@@ -10,7 +10,7 @@
 #include "OsFileSystem.h"
 #include "KFile.h"
 #include "KText.h"
-#include "foundation/TextDetail.h"
+#include "TextDetail.h"
 #include "PathVarsDetail.h"
 
 using kutil::detail::kMaxPath;
@@ -56,7 +56,10 @@ bool beginsWithDirectory(const char* fileName, const char* directory) {
   return KUstrNIcmp(fileName, directory, static_cast<int>(n)) == 1;
 }
 
-bool isProgramOrShortcut(int type) { return type == 1 || type == 6 || type == 7 || type == 8 || type == 14; }
+bool isProgramOrShortcut(int type) {
+  return type == KFT_OTHER || type == KFT_LIBRARY || type == KFT_PROGRAM || type == KFT_SHORTCUT ||
+         type == KFT_CONTROL;
+}
 
 }  // namespace
 

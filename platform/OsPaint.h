@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 // The few drawing operations the splash screen needs.
 #pragma once
-#include "KSplash.h"
+#include "KUtilBase.h"
 
 namespace kutil::platform {
 

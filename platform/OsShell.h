@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 // The desktop shell and system services the shell helpers need.
 #pragma once
-#include "KShell.h"
+#include "KUtilBase.h"
 
 namespace kutil::platform {
 

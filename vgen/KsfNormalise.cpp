@@ -5,17 +5,23 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <string>
 
 #include "KFile.h"
 #include "KNormalise.h"
 #include "KPathVars.h"
 #include "KText.h"
 #include "KVGen.h"
+#include "LineFile.h"
+#include "OsFileSystem.h"
 
 namespace {
 
 // Name buffers of the path-variable functions hold 264 characters.
 constexpr int kNameCapacity = 264;
+// A texture name as the generator hands it out.
+constexpr int kTextureCapacity = 277;
+constexpr const char* kKwqDir = "?KALDOKWQDIR?";
 
 using Getter = int (CKVGen::*)(char*);
 using Setter = int (CKVGen::*)(const char*);
@@ -49,6 +55,16 @@ int textureName(CKVGen& gen, const TextureSlot& slot, char* name) {
   if (std::strlen(field) > static_cast<std::size_t>(kNameCapacity - 1)) return 0;
   KUSafeStrncpy(name, field, kNameCapacity - 1);
   return 1;
+}
+
+// Saves a shape file through a temporary file; 1 when path holds the new content.
+int saveSafely(CKVGen* shape, const char* path) {
+  const std::string temp = kutil::detail::temporaryName(path);
+  if (shape->KVSave(temp.c_str()) != 1) {
+    kutil::platform::deleteFile(temp.c_str());
+    return 0;
+  }
+  return kutil::detail::replaceByRename(path, temp) ? 1 : 0;
 }
 
 }  // namespace
@@ -103,4 +119,24 @@ int KUIsKSFFileNormalised(const char* path) {
     if (KUDeRelativiseFileName(path, name) != 0) return 1;
   }
   return 0;
+}
+
+int KUDeRelativiseKSF(const char* directory, const char* shapeFile) {
+  if (directory == nullptr || shapeFile == nullptr || shapeFile[0] == '\0') return 0;
+  CKVGen shape;
+  shape.KVInitialise();
+  if (shape.KVRestore(shapeFile) != 1) return 0;
+  bool changed = false;
+  bool allSet = true;
+  for (const TextureSlot& texture : kTextures) {
+    char name[kTextureCapacity];
+    if ((shape.*texture.get)(name) != 1) continue;
+    if (!KUSubstitute4Variable(name, kKwqDir, directory)) continue;
+    // An animation names its frames the same way; its own result does not count.
+    KUDeRelativiseANB(name, kKwqDir, directory);
+    if ((shape.*texture.set)(name) != 1) allSet = false;
+    changed = true;
+  }
+  if (!allSet || !changed) return 0;
+  return saveSafely(&shape, shapeFile);
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "KFile.h"
+#include "KNormalise.h"
 #include "KText.h"
 #include "Overlong.h"
 #include "TestSupport.h"

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "KDecide.h"
+#include "KVGen.h"
 #include "KNormalise.h"
 #include "KPathVars.h"
 #include "KText.h"

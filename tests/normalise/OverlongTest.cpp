@@ -13,6 +13,7 @@
 #include "KDecide.h"
 #include "KNormalise.h"
 #include "KPathVars.h"
+#include "KVGen.h"
 #include "KText.h"
 #include "NormaliseTestSupport.h"
 #include "Overlong.h"

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "KDecide.h"
 #include "KFile.h"
 #include "KNormalise.h"
 #include "KPathVars.h"

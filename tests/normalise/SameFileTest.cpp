@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "KDecide.h"
 #include "KFile.h"
 #include "KNormalise.h"
 #include "KVGen.h"
