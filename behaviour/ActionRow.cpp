@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
 // One row of a behaviour table, and the keyword tables of the behaviour language.
-#include "KActionRow.h"
-
 #include <cstring>
 #include <new>
 
+#include "KActionRow.h"
 #include "KText.h"
 
 namespace {
@@ -17,20 +16,27 @@ struct Keyword {
 
 // Event keywords in the order the reader tries them; the codes are deliberately sparse.
 const Keyword kEvents[] = {
-    {KAR_EVENT_COLLIDE, "collide"}, {KAR_EVENT_IMPACT, "impact"}, {KAR_EVENT_SELECT, "select"},
+    {KAR_EVENT_COLLIDE, "collide"},   {KAR_EVENT_IMPACT, "impact"},     {KAR_EVENT_SELECT, "select"},
     {KAR_EVENT_DESELECT, "deselect"}, {KAR_EVENT_PROPERTY, "property"}, {KAR_EVENT_OPEN, "open"},
-    {KAR_EVENT_COPY, "copy"},       {KAR_EVENT_DELETE, "delete"}, {KAR_EVENT_CUT, "cut"},
+    {KAR_EVENT_COPY, "copy"},         {KAR_EVENT_DELETE, "delete"},     {KAR_EVENT_CUT, "cut"},
     {KAR_EVENT_PING, "ping"},
 };
 
 const Keyword kMotions[] = {
-    {KAR_MOTION_FORWARD, "FORWARD"},     {KAR_MOTION_BACKWARD, "BACKWARD"},
-    {KAR_MOTION_TURNLEFT, "TURNLEFT"},   {KAR_MOTION_TURNRIGHT, "TURNRIGHT"},
-    {KAR_MOTION_UP, "UP"},               {KAR_MOTION_DOWN, "DOWN"},
-    {KAR_MOTION_LOOKUP, "LOOKUP"},       {KAR_MOTION_LOOKDOWN, "LOOKDOWN"},
-    {KAR_MOTION_AUTOLEVEL, "AUTOLEVEL"}, {KAR_MOTION_SHIFTLEFT, "SHIFTLEFT"},
-    {KAR_MOTION_SHIFTRIGHT, "SHIFTRIGHT"}, {KAR_MOTION_TURNUP, "TURNUP"},
-    {KAR_MOTION_TURNDOWN, "TURNDOWN"},   {KAR_MOTION_ROLLLEFT, "ROLLLEFT"},
+    {KAR_MOTION_FORWARD, "FORWARD"},
+    {KAR_MOTION_BACKWARD, "BACKWARD"},
+    {KAR_MOTION_TURNLEFT, "TURNLEFT"},
+    {KAR_MOTION_TURNRIGHT, "TURNRIGHT"},
+    {KAR_MOTION_UP, "UP"},
+    {KAR_MOTION_DOWN, "DOWN"},
+    {KAR_MOTION_LOOKUP, "LOOKUP"},
+    {KAR_MOTION_LOOKDOWN, "LOOKDOWN"},
+    {KAR_MOTION_AUTOLEVEL, "AUTOLEVEL"},
+    {KAR_MOTION_SHIFTLEFT, "SHIFTLEFT"},
+    {KAR_MOTION_SHIFTRIGHT, "SHIFTRIGHT"},
+    {KAR_MOTION_TURNUP, "TURNUP"},
+    {KAR_MOTION_TURNDOWN, "TURNDOWN"},
+    {KAR_MOTION_ROLLLEFT, "ROLLLEFT"},
     {KAR_MOTION_ROLLRIGHT, "ROLLRIGHT"},
 };
 
@@ -42,16 +48,13 @@ struct ActionInfo {
   bool takesMagnitude;
 };
 const ActionInfo kActions[] = {
-    {"CALL", true, true, false},       {"RETURN", false, false, false},
-    {"MOVE", true, false, true},       {"STOP", false, false, false},
-    {"NULL", true, false, false},      {"REPLACE", false, true, false},
-    {"PLAY", true, true, false},       {"LOAD", false, true, false},
-    {"RUN", true, true, false},        {"DELETE", false, false, false},
-    {"COPY", false, false, false},     {"CUT", false, false, false},
-    {"FOR", false, false, false},      {"BY", false, false, false},
-    {"PING", true, true, false},       {"GOTO", false, true, false},
-    {"PLAYBACK", true, true, false},   {"ZOOMIN", true, false, true},
-    {"ZOOMOUT", true, false, true},    {"USERGOTO", false, true, false},
+    {"CALL", true, true, false},     {"RETURN", false, false, false},  {"MOVE", true, false, true},
+    {"STOP", false, false, false},   {"NULL", true, false, false},     {"REPLACE", false, true, false},
+    {"PLAY", true, true, false},     {"LOAD", false, true, false},     {"RUN", true, true, false},
+    {"DELETE", false, false, false}, {"COPY", false, false, false},    {"CUT", false, false, false},
+    {"FOR", false, false, false},    {"BY", false, false, false},      {"PING", true, true, false},
+    {"GOTO", false, true, false},    {"PLAYBACK", true, true, false},  {"ZOOMIN", true, false, true},
+    {"ZOOMOUT", true, false, true},  {"USERGOTO", false, true, false},
 };
 constexpr int kActionCount = static_cast<int>(sizeof(kActions) / sizeof(kActions[0]));
 

@@ -6,10 +6,10 @@
 #include <cstring>
 
 #include "ActionRowInternals.h"
-#include "KDecide.h"
-#include "KText.h"
 #include "ClockSource.h"
 #include "DecideInternals.h"
+#include "KDecide.h"
+#include "KText.h"
 
 using kutil::detail::ActionRowAccess;
 using kutil::detail::DecideAccess;
@@ -31,13 +31,16 @@ constexpr int kMaxRunDepth = 64;
 kutil::detail::ClockTimeSource g_timeSource = &KUGetDateTime;
 
 CKActionRow* next(const CKActionRow& row) { return ActionRowAccess::next(row); }
-bool inState(const CKActionRow& row, const char* state) { return std::strcmp(ActionRowAccess::runState(row), state) == 0; }
+bool inState(const CKActionRow& row, const char* state) {
+  return std::strcmp(ActionRowAccess::runState(row), state) == 0;
+}
 void setState(CKActionRow& row, const char* state) { row.ARSetRunState(state); }
 
 // The following row when it belongs to the same group, else null.
 CKActionRow* nextInGroup(const CKActionRow& row) {
   CKActionRow* n = next(row);
-  if (n != nullptr && std::strcmp(ActionRowAccess::grouping(*n), ActionRowAccess::grouping(row)) == 0) return n;
+  if (n != nullptr && std::strcmp(ActionRowAccess::grouping(*n), ActionRowAccess::grouping(row)) == 0)
+    return n;
   return nullptr;
 }
 
@@ -71,8 +74,10 @@ bool atTimeMatches(const char* g, const tagKDATETIME& now, int clockRan) {
   } else if (!fieldMatches(g, len, 7, 2, now.weekDay, 0, clockRan)) {
     return false;
   }
-  return fieldMatches(g, len, 9, 2, now.hour, 0, clockRan) && fieldMatches(g, len, 11, 2, now.minute, 0, clockRan) &&
-         fieldMatches(g, len, 13, 2, now.second, 0, clockRan) && fieldMatches(g, len, 15, 2, now.extra, 1, clockRan);
+  return fieldMatches(g, len, 9, 2, now.hour, 0, clockRan) &&
+         fieldMatches(g, len, 11, 2, now.minute, 0, clockRan) &&
+         fieldMatches(g, len, 13, 2, now.second, 0, clockRan) &&
+         fieldMatches(g, len, 15, 2, now.extra, 1, clockRan);
 }
 
 int resetTable(CKDecide& table) {
@@ -202,8 +207,8 @@ class Tick {
 
     if (!happened) return 0;
     if (std::FILE* stream = DecideAccess::traceStream(m_table)) {
-      std::fprintf(stream, "%d/%d/%d[%d]  %d:%d:%d [%d]\n", now.year, now.month, now.day, now.weekDay, now.hour,
-                   now.minute, now.second, tick);
+      std::fprintf(stream, "%d/%d/%d[%d]  %d:%d:%d [%d]\n", now.year, now.month, now.day, now.weekDay,
+                   now.hour, now.minute, now.second, tick);
       std::fflush(stream);
     }
     return 1;
@@ -384,7 +389,8 @@ class Tick {
     const char* group = ActionRowAccess::grouping(row);
     for (CKActionRow* r = DecideAccess::firstRow(m_table); r != nullptr; r = next(*r)) {
       const char* stack = ActionRowAccess::callStack(*r);
-      if (std::strncmp(stack, kCallPrefix, kCallPrefixLen) == 0 && std::strcmp(stack + kCallPrefixLen, group) == 0)
+      if (std::strncmp(stack, kCallPrefix, kCallPrefixLen) == 0 &&
+          std::strcmp(stack + kCallPrefixLen, group) == 0)
         return r;
     }
     return nullptr;

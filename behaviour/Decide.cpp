@@ -5,10 +5,10 @@
 #include <new>
 
 #include "ActionRowInternals.h"
+#include "DecideInternals.h"
 #include "KDecide.h"
 #include "KText.h"
 #include "OsSystem.h"
-#include "DecideInternals.h"
 
 using kutil::detail::ActionRowAccess;
 
@@ -117,7 +117,8 @@ int CKDecide::DEInsertActionRow(CKActionRow* row) {
 }
 
 int CKDecide::DEAppendActionRow(CKActionRow* row) {
-  if (row == nullptr || m_selectedRow == nullptr || row == m_selectedRow || isInList(m_firstRow, row)) return 0;
+  if (row == nullptr || m_selectedRow == nullptr || row == m_selectedRow || isInList(m_firstRow, row))
+    return 0;
   ActionRowAccess::setNext(*row, ActionRowAccess::next(*m_selectedRow));
   ActionRowAccess::setNext(*m_selectedRow, row);
   m_selectedRow = row;
@@ -132,7 +133,8 @@ int CKDecide::DEDeleteSelectedActionRow() {
     m_firstRow = ActionRowAccess::next(*victim);
   } else {
     CKActionRow* before = m_firstRow;
-    while (before != nullptr && ActionRowAccess::next(*before) != victim) before = ActionRowAccess::next(*before);
+    while (before != nullptr && ActionRowAccess::next(*before) != victim)
+      before = ActionRowAccess::next(*before);
     if (before == nullptr) return 0;
     ActionRowAccess::setNext(*before, ActionRowAccess::next(*victim));
   }

@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: MIT
 // The eight-slot command ring. Everything lives inside the object: the behaviour clock touches two
 // of these on every tick, so nothing here may allocate.
-#include "KFIFO.h"
-
 #include "KActionRow.h"
+#include "KFIFO.h"
 #include "KText.h"
 
 namespace {

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: MIT
 // Recording and playback of input commands: one line of "[CM]", "[MG]", "[TX]" and "[RP]" segments
 // per run of identical commands.
-#include "KInputRecord.h"
-
 #include <cstring>
 
+#include "KInputRecord.h"
 #include "KText.h"
 
 namespace {

@@ -11,7 +11,6 @@
 #include <map>
 #include <string>
 
-#include "OsFileSystem.h"
 #include "KActionRow.h"
 #include "KDecide.h"
 #include "KFile.h"
@@ -20,6 +19,7 @@
 #include "KText.h"
 #include "KVGen.h"
 #include "LineFile.h"
+#include "OsFileSystem.h"
 
 namespace {
 

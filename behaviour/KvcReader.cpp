@@ -5,9 +5,9 @@
 #include <new>
 
 #include "ActionRowInternals.h"
+#include "DecideInternals.h"
 #include "KDecide.h"
 #include "KText.h"
-#include "DecideInternals.h"
 
 using kutil::detail::DecideAccess;
 
@@ -27,12 +27,15 @@ struct Keyword {
 // Action keywords in the order they are tried: each is matched as a prefix, so "PLAYBACK" must come
 // before "PLAY".
 constexpr Keyword kActions[] = {
-    {"CALL", KAR_ACTION_CALL},         {"PING", KAR_ACTION_PING},     {"RETURN", KAR_ACTION_RETURN},
-    {"MOVE", KAR_ACTION_MOVE},         {"STOP", KAR_ACTION_STOP},     {"NULL", KAR_ACTION_NULL},
-    {"REPLACE", KAR_ACTION_REPLACE},   {"PLAYBACK", KAR_ACTION_PLAYBACK}, {"PLAY", KAR_ACTION_PLAY},
-    {"GOTO", KAR_ACTION_GOTO},         {"USERGOTO", KAR_ACTION_USERGOTO}, {"LOAD", KAR_ACTION_LOAD},
-    {"RUN", KAR_ACTION_RUN},           {"DELETE", KAR_ACTION_DELETE}, {"COPY", KAR_ACTION_COPY},
-    {"ZOOMIN", KAR_ACTION_ZOOMIN},     {"ZOOMOUT", KAR_ACTION_ZOOMOUT}, {"CUT", KAR_ACTION_CUT},
+    {"CALL", KAR_ACTION_CALL},         {"PING", KAR_ACTION_PING},
+    {"RETURN", KAR_ACTION_RETURN},     {"MOVE", KAR_ACTION_MOVE},
+    {"STOP", KAR_ACTION_STOP},         {"NULL", KAR_ACTION_NULL},
+    {"REPLACE", KAR_ACTION_REPLACE},   {"PLAYBACK", KAR_ACTION_PLAYBACK},
+    {"PLAY", KAR_ACTION_PLAY},         {"GOTO", KAR_ACTION_GOTO},
+    {"USERGOTO", KAR_ACTION_USERGOTO}, {"LOAD", KAR_ACTION_LOAD},
+    {"RUN", KAR_ACTION_RUN},           {"DELETE", KAR_ACTION_DELETE},
+    {"COPY", KAR_ACTION_COPY},         {"ZOOMIN", KAR_ACTION_ZOOMIN},
+    {"ZOOMOUT", KAR_ACTION_ZOOMOUT},   {"CUT", KAR_ACTION_CUT},
     {"FOR", KAR_ACTION_FOR},           {"BY", KAR_ACTION_BY},
 };
 
@@ -40,11 +43,21 @@ constexpr Keyword kTriggers[] = {{"ON", KAR_ROW_ON}, {"IN", KAR_ROW_IN}, {"AT", 
 
 // Motion keywords, matched exactly, in this order.
 constexpr Keyword kMotions[] = {
-    {"FORWARD", KAR_MOTION_FORWARD},     {"BACKWARD", KAR_MOTION_BACKWARD}, {"UP", KAR_MOTION_UP},
-    {"DOWN", KAR_MOTION_DOWN},           {"TURNUP", KAR_MOTION_TURNUP},     {"TURNDOWN", KAR_MOTION_TURNDOWN},
-    {"TURNLEFT", KAR_MOTION_TURNLEFT},   {"TURNRIGHT", KAR_MOTION_TURNRIGHT}, {"ROLLLEFT", KAR_MOTION_ROLLLEFT},
-    {"ROLLRIGHT", KAR_MOTION_ROLLRIGHT}, {"SHIFTLEFT", KAR_MOTION_SHIFTLEFT}, {"SHIFTRIGHT", KAR_MOTION_SHIFTRIGHT},
-    {"LOOKUP", KAR_MOTION_LOOKUP},       {"LOOKDOWN", KAR_MOTION_LOOKDOWN}, {"AUTOLEVEL", KAR_MOTION_AUTOLEVEL},
+    {"FORWARD", KAR_MOTION_FORWARD},
+    {"BACKWARD", KAR_MOTION_BACKWARD},
+    {"UP", KAR_MOTION_UP},
+    {"DOWN", KAR_MOTION_DOWN},
+    {"TURNUP", KAR_MOTION_TURNUP},
+    {"TURNDOWN", KAR_MOTION_TURNDOWN},
+    {"TURNLEFT", KAR_MOTION_TURNLEFT},
+    {"TURNRIGHT", KAR_MOTION_TURNRIGHT},
+    {"ROLLLEFT", KAR_MOTION_ROLLLEFT},
+    {"ROLLRIGHT", KAR_MOTION_ROLLRIGHT},
+    {"SHIFTLEFT", KAR_MOTION_SHIFTLEFT},
+    {"SHIFTRIGHT", KAR_MOTION_SHIFTRIGHT},
+    {"LOOKUP", KAR_MOTION_LOOKUP},
+    {"LOOKDOWN", KAR_MOTION_LOOKDOWN},
+    {"AUTOLEVEL", KAR_MOTION_AUTOLEVEL},
 };
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
@@ -59,7 +72,9 @@ bool startsWith(const char* text, const char* prefix) {
 }
 
 // An empty end tag would match every line; it is taken to match none.
-bool startsWithEndTag(const char* text, const char* endTag) { return endTag[0] != '\0' && startsWith(text, endTag); }
+bool startsWithEndTag(const char* text, const char* endTag) {
+  return endTag[0] != '\0' && startsWith(text, endTag);
+}
 
 // Tries each keyword of the list at text as a prefix; the first that fits wins.
 const Keyword* matchPrefix(const Keyword* list, size_t count, const char* text) {
@@ -137,7 +152,8 @@ class Reader {
     DecideAccess::setComment(m_table, line + *pos);
     if (line[*pos] == '\0') return Clause::LineDone;
 
-    if (const Keyword* trigger = matchPrefix(kTriggers, sizeof kTriggers / sizeof kTriggers[0], line + *pos)) {
+    if (const Keyword* trigger =
+            matchPrefix(kTriggers, sizeof kTriggers / sizeof kTriggers[0], line + *pos)) {
       *pos += static_cast<int>(std::strlen(trigger->word));
       return triggerClause(trigger->code, line, pos);
     }

@@ -5,9 +5,9 @@
 #include <cstring>
 
 #include "ActionRowInternals.h"
+#include "DecideInternals.h"
 #include "KDecide.h"
 #include "KText.h"
-#include "DecideInternals.h"
 
 using kutil::detail::ActionRowAccess;
 using kutil::detail::DecideAccess;
@@ -85,7 +85,8 @@ bool addRowWords(RowText& text, const CKActionRow& row) {
     word[0] = '\0';
     CKActionRow::ARGetTextForMotionType(motion, word);
     text.add("%s ", word);
-    if (motion != KAR_MOTION_AUTOLEVEL) text.add("%s %f ", "BY", static_cast<double>(ActionRowAccess::magnitude(row)));
+    if (motion != KAR_MOTION_AUTOLEVEL)
+      text.add("%s %f ", "BY", static_cast<double>(ActionRowAccess::magnitude(row)));
   } else if (action == KAR_ACTION_ZOOMIN || action == KAR_ACTION_ZOOMOUT) {
     text.add("%s %f ", "BY", static_cast<double>(ActionRowAccess::magnitude(row)));
   }

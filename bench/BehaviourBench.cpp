@@ -23,8 +23,8 @@ std::string tableText(int rows) {
   int written = 5;
   for (int g = 0; written + 4 <= rows; ++g, written += 4) {
     const std::string name = "IN g" + std::to_string(g);
-    text += name + " MOVE UP BY 0.25\n" + name + " MOVE TURNLEFT BY 0.1 FOR 1\n" + name + " PING there\n" + name +
-            " RETURN\n";
+    text += name + " MOVE UP BY 0.25\n" + name + " MOVE TURNLEFT BY 0.1 FOR 1\n" + name + " PING there\n" +
+            name + " RETURN\n";
   }
   for (; written < rows; ++written) text += "IN spare NULL\n";
   return text;
@@ -60,9 +60,8 @@ void BM_DecideClock(benchmark::State& state) {
   }
   state.counters["rows"] = rows;
   // Time per row of the table: the iteration time divided by the row count.
-  state.counters["per_row"] =
-      benchmark::Counter(static_cast<double>(rows), benchmark::Counter::kIsIterationInvariantRate |
-                                                        benchmark::Counter::kInvert);
+  state.counters["per_row"] = benchmark::Counter(
+      static_cast<double>(rows), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 BENCHMARK(BM_DecideClock)->Arg(10)->Arg(100)->Arg(1000);
 

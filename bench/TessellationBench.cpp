@@ -14,8 +14,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ctime>
 #include <cstdlib>
+#include <ctime>
 #include <new>
 #include <vector>
 
@@ -76,8 +76,8 @@ void runLibrary(benchmark::State& state, const Seed& seed) {
   state.counters["best_cpu_ms"] = best * 1e3;
   state.counters["peak_MB"] = static_cast<double>(peak) / (1024.0 * 1024.0);
   int a, b, c, count = 0;
-  if (g.gen.KVGetFirstTesselatedTriangle(&a, &b, &c))
-    do ++count;
+  if (g.gen.KVGetFirstTesselatedTriangle(&a, &b, &c)) do
+      ++count;
     while (g.gen.KVGetNextTesselatedTriangle(&a, &b, &c));
   state.counters["triangles"] = count;
 }
@@ -85,7 +85,14 @@ void runLibrary(benchmark::State& state, const Seed& seed) {
 void BM_TessLibraryConvex(benchmark::State& state) {
   runLibrary(state, kutil::test::convexSeed(static_cast<int>(state.range(0))));
 }
-BENCHMARK(BM_TessLibraryConvex)->Arg(16)->Arg(24)->Arg(32)->Arg(48)->Arg(64)->Arg(96)->Arg(128)
+BENCHMARK(BM_TessLibraryConvex)
+    ->Arg(16)
+    ->Arg(24)
+    ->Arg(32)
+    ->Arg(48)
+    ->Arg(64)
+    ->Arg(96)
+    ->Arg(128)
     ->Unit(benchmark::kMillisecond);
 
 void BM_TessLibraryRandomSimple(benchmark::State& state) {

@@ -21,8 +21,8 @@ namespace kutil::detail {
 void formatTimeStamp(const tagKDATETIME& when, char* out) {
   char text[200];
   std::snprintf(text, sizeof text, "DATE:    %d/%02d/%02d\nTIME:    %02d:%02d:%02d\nBuild:   %d,%d,%d,%d\n",
-                when.year, when.month + 1, when.day, when.hour, when.minute, when.second, kBuild[0], kBuild[1],
-                kBuild[2], kBuild[3]);
+                when.year, when.month + 1, when.day, when.hour, when.minute, when.second, kBuild[0],
+                kBuild[1], kBuild[2], kBuild[3]);
   std::memcpy(out, text, std::strlen(text) + 1);
 }
 

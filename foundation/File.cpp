@@ -1,15 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
 // File types, small file operations and path splitting.
-#include "KFile.h"
-
 #include <cctype>
 #include <cstdio>
 #include <cstring>
 #include <string>
 
-#include "OsFileSystem.h"
+#include "KFile.h"
 #include "KText.h"
+#include "OsFileSystem.h"
 #include "TextDetail.h"
 
 using kutil::detail::isEmpty;
@@ -25,11 +24,11 @@ struct EndingType {
 
 // Tested top to bottom; ".scr" and ".txt" came later but keep their places.
 constexpr EndingType kFileTypes[] = {
-    {".bmp", KFT_BITMAP},  {".anb", KFT_ANIMATION},  {".ppm", KFT_PPM},          {".dll", KFT_LIBRARY},
-    {".scr", KFT_SCREEN_SAVER}, {".exe", KFT_PROGRAM}, {".lnk", KFT_SHORTCUT},   {".kwq", KFT_SCENE},
-    {".ksf", KFT_SHAPE},   {".kvc", KFT_BEHAVIOUR},  {".wav", KFT_SOUND},        {".ksl", KFT_SCENE_LIST},
-    {".cpl", KFT_CONTROL}, {".kiq", KFT_KIQ},        {".kft", KFT_KFT},          {".kss", KFT_KSS},
-    {".nss", KFT_NSS},     {".txt", KFT_TEXT},       {".kkp", KFT_KKP},          {".kdr", KFT_KDR},
+    {".bmp", KFT_BITMAP},       {".anb", KFT_ANIMATION}, {".ppm", KFT_PPM},      {".dll", KFT_LIBRARY},
+    {".scr", KFT_SCREEN_SAVER}, {".exe", KFT_PROGRAM},   {".lnk", KFT_SHORTCUT}, {".kwq", KFT_SCENE},
+    {".ksf", KFT_SHAPE},        {".kvc", KFT_BEHAVIOUR}, {".wav", KFT_SOUND},    {".ksl", KFT_SCENE_LIST},
+    {".cpl", KFT_CONTROL},      {".kiq", KFT_KIQ},       {".kft", KFT_KFT},      {".kss", KFT_KSS},
+    {".nss", KFT_NSS},          {".txt", KFT_TEXT},      {".kkp", KFT_KKP},      {".kdr", KFT_KDR},
     {".kud", KFT_KUD},
 };
 

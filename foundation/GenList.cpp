@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
 // The generic object list: nodes from the C heap, objects never owned.
-#include "KGenList.h"
-
 #include <cstdlib>
+
+#include "KGenList.h"
 
 CKGenList::~CKGenList() {
   tagHolder* node = head;

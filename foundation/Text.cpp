@@ -1,8 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
 // Last error, comment, tagged line segments and the string toolkit.
-#include "KText.h"
-
 #include <cctype>
 #include <cerrno>
 #include <cfloat>
@@ -13,6 +11,7 @@
 #include <cstring>
 #include <string>
 
+#include "KText.h"
 #include "TextDetail.h"
 
 using kutil::detail::kMaxPath;

@@ -31,8 +31,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     int length = 0;
     KUMkLineSegment(seg.data(), tag.c_str(), a.c_str(), &length);
     std::vector<char> back(a.size() + 1);
-    if (a.find('\n') == std::string::npos && KUExtractField(tag.c_str(), seg.data(), back.data(),
-                                                            static_cast<int>(a.size())) == 1) {
+    if (a.find('\n') == std::string::npos &&
+        KUExtractField(tag.c_str(), seg.data(), back.data(), static_cast<int>(a.size())) == 1) {
       (void)back;
     }
   }

@@ -2,11 +2,10 @@
 // SPDX-License-Identifier: MIT
 // Marker lists: owned copies of markers kept in a generic list, and their file.
 
-#include "KMarkerList.h"
-
 #include <cstring>
 #include <new>
 
+#include "KMarkerList.h"
 #include "KText.h"
 
 namespace {

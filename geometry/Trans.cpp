@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 // The camera transform: world -> camera -> perspective -> screen scale and back.
 
-#include "KTrans.h"
-
 #include <cmath>
 #include <cstring>
+
+#include "KTrans.h"
 
 namespace {
 
@@ -160,8 +160,8 @@ int CKTrans::KTScreen2World(_D3DVECTOR* out, const _D3DRMVECTOR4D* screen) {
   KUMtxMakeViewToFrustrum(&frustum, &Q);
 
   const double s = m_width * kScreenScale;
-  const _D3DRMVECTOR4D scaled = {static_cast<float>(screen->x / s), static_cast<float>(screen->y / s), screen->z,
-                                 screen->w};
+  const _D3DRMVECTOR4D scaled = {static_cast<float>(screen->x / s), static_cast<float>(screen->y / s),
+                                 screen->z, screen->w};
   _D3DRMVECTOR4D h;
   KUMtxMultiplyVectHomog(&scaled, &Q, &h);
 

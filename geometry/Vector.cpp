@@ -4,19 +4,19 @@
 // in locals (so every routine is reentrant and tolerates aliased arguments);
 // results are rounded to float only when stored.
 
-#include "KVector.h"
-
 #include <cmath>
+
+#include "KVector.h"
 
 namespace {
 
 constexpr double kPi = 3.14159265358979323846;
-constexpr double kEqualTol = 0.001;      // component equality and near-zero tests
-constexpr double kOverlapTol = 0.02;     // usable overlap of two edges
-constexpr double kPlaneTol = 0.01;       // plane coefficients
+constexpr double kEqualTol = 0.001;   // component equality and near-zero tests
+constexpr double kOverlapTol = 0.02;  // usable overlap of two edges
+constexpr double kPlaneTol = 0.01;    // plane coefficients
 constexpr double kOppositeLow = 3.1405926535897932;
 constexpr double kOppositeHigh = 3.142592653589793;
-constexpr float kZeroAbscissa = 0.0001f; // stands in for a zero abscissa in headings
+constexpr float kZeroAbscissa = 0.0001f;  // stands in for a zero abscissa in headings
 
 struct Vec3 {
   double x, y, z;
@@ -41,7 +41,6 @@ _D3DVECTOR makeVector(double x, double y, double z) {
 double length(const Vec3& v) { return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z); }
 
 bool strictlyWithin(double v, double low, double high) { return v > low && v < high; }
-
 
 void setIdentity(tagKFMATRIX* out) {
   for (int i = 0; i < 16; ++i) out->m[i] = (i % 5 == 0) ? 1.0f : 0.0f;
@@ -110,8 +109,8 @@ int KUVectorDotProduct(const double* a, const double* b, double* out) {
 
 int KUVectorDotProduct(const _D3DVECTOR* a, const _D3DVECTOR* b, float* out) {
   if (!a || !b || !out) return 0;
-  const double d = static_cast<double>(a->x) * b->x + static_cast<double>(a->y) * b->y +
-                   static_cast<double>(a->z) * b->z;
+  const double d =
+      static_cast<double>(a->x) * b->x + static_cast<double>(a->y) * b->y + static_cast<double>(a->z) * b->z;
   *out = static_cast<float>(d);
   return 1;
 }
@@ -474,8 +473,8 @@ int KUIsUniqueIn(const _D3DVECTOR* p, const _D3DVECTOR* a, const _D3DVECTOR* b, 
 
 int KUHasArea(const _D3DVECTOR* p0, const _D3DVECTOR* p1, const _D3DVECTOR* p2, const _D3DVECTOR* p3) {
   if (!p0 || !p1 || !p2 || !p3) return 0;
-  const int unique = KUIsUniqueIn(p0, p1, p2, p3) + KUIsUniqueIn(p1, p0, p2, p3) + KUIsUniqueIn(p2, p0, p1, p3) +
-                     KUIsUniqueIn(p3, p0, p1, p2);
+  const int unique = KUIsUniqueIn(p0, p1, p2, p3) + KUIsUniqueIn(p1, p0, p2, p3) +
+                     KUIsUniqueIn(p2, p0, p1, p3) + KUIsUniqueIn(p3, p0, p1, p2);
   return unique >= 2;
 }
 
@@ -485,7 +484,8 @@ int KUIsBetween(float v, float a, float b) { return (b <= v && v <= a) || (a < v
 
 int KUIsCoExtensive(const _D3DVECTOR* p0, const _D3DVECTOR* p1, const _D3DVECTOR* q0, const _D3DVECTOR* q1) {
   if (!p0 || !p1 || !q0 || !q1) return 0;
-  const bool useX = std::fabs(static_cast<double>(p0->x) - p1->x) > std::fabs(static_cast<double>(p0->z) - p1->z);
+  const bool useX =
+      std::fabs(static_cast<double>(p0->x) - p1->x) > std::fabs(static_cast<double>(p0->z) - p1->z);
   const float a0 = useX ? p0->x : p0->z, a1 = useX ? p1->x : p1->z;
   const float b0 = useX ? q0->x : q0->z, b1 = useX ? q1->x : q1->z;
   auto dist = [](float u, float v) { return std::fabs(static_cast<double>(u) - v); };
@@ -644,7 +644,8 @@ int KUVectorRotateAgainstFrame(_D3DVECTOR* out, _D3DVECTOR* v, const _D3DVECTOR*
     pitch = -elevation;
   }
 
-  const _D3DVECTOR X = makeVector(1.0, 0.0, 0.0), Y = makeVector(0.0, 1.0, 0.0), Z = makeVector(0.0, 0.0, 1.0);
+  const _D3DVECTOR X = makeVector(1.0, 0.0, 0.0), Y = makeVector(0.0, 1.0, 0.0),
+                   Z = makeVector(0.0, 0.0, 1.0);
   tagKFQUATERN q1, q2, q3;
   if (mode == 1) {
     KUQuatCreate(&q1, &Y, static_cast<float>(yaw));

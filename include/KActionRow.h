@@ -175,17 +175,17 @@ class KUTIL_API CKActionRow {
   int ARIsPlayingBack();
   int ARRestartPlayback();
 
-  CKActionRow* m_pNext;                       ///< following row of the owning table
-  CKInputRecord* m_pRecorder;                 ///< owned playback recorder, made on first PLAYBACK
-  int m_rowType;                              ///< trigger kind; -1 not set
-  int m_event;                                ///< event code of an ON row; 0 not set
-  int m_action;                               ///< action code; -1 not set
-  int m_motion;                               ///< motion code of a MOVE; 0 none
-  int m_repeatClicks;                         ///< repeat count; negative not set
-  int m_iterations;                           ///< repetitions still to perform
-  float m_magnitude;                          ///< amount for MOVE, ZOOMIN, ZOOMOUT
-  char m_runState[KAR_RUNSTATE_LEN + 1];      ///< "idle", "next", "busy", "flag" or "call." entry
-  char m_grouping[KAR_GROUPING_LEN + 1];      ///< IN name or AT time
-  char m_callStack[KAR_CALLSTACK_LEN + 1];    ///< "empty" or "call." and the called group
-  char m_textData[KAR_TEXTDATA_LEN + 1];      ///< argument of the action
+  CKActionRow* m_pNext;                     ///< following row of the owning table
+  CKInputRecord* m_pRecorder;               ///< owned playback recorder, made on first PLAYBACK
+  int m_rowType;                            ///< trigger kind; -1 not set
+  int m_event;                              ///< event code of an ON row; 0 not set
+  int m_action;                             ///< action code; -1 not set
+  int m_motion;                             ///< motion code of a MOVE; 0 none
+  int m_repeatClicks;                       ///< repeat count; negative not set
+  int m_iterations;                         ///< repetitions still to perform
+  float m_magnitude;                        ///< amount for MOVE, ZOOMIN, ZOOMOUT
+  char m_runState[KAR_RUNSTATE_LEN + 1];    ///< "idle", "next", "busy", "flag" or "call." entry
+  char m_grouping[KAR_GROUPING_LEN + 1];    ///< IN name or AT time
+  char m_callStack[KAR_CALLSTACK_LEN + 1];  ///< "empty" or "call." and the called group
+  char m_textData[KAR_TEXTDATA_LEN + 1];    ///< argument of the action
 };

@@ -162,17 +162,26 @@ class KUTIL_API CKDecide {
 
 // ---- Behaviour-file normalisation (".kvc") ----
 
-/// Puts the file names of the table's REPLACE, PLAY, LOAD, RUN, GOTO, PLAYBACK and USERGOTO rows into path-variable form (relativising a named shape file first); 0 for a null or empty table, else 1.
+/// Puts the file names of the table's REPLACE, PLAY, LOAD, RUN, GOTO, PLAYBACK and USERGOTO rows into
+/// path-variable form (relativising a named shape file first); 0 for a null or empty table, else 1.
 KUTIL_API int KURelativiseKCV(CKDecide* table);
-/// Relativises a behaviour file in place and, recursively, the behaviour files it names that are not yet normalised; sets the comment to the file being processed; 1 for an empty or variablised path, 0 when a file does not load or store.
+/// Relativises a behaviour file in place and, recursively, the behaviour files it names that are not yet
+/// normalised; sets the comment to the file being processed; 1 for an empty or variablised path, 0 when a
+/// file does not load or store.
 KUTIL_API int KUConvertKCVToRelative(const char* path);
 /// 1 when the behaviour file loads, has rows and at least one row's text data holds a path variable, else 0.
 KUTIL_API int KUIsKCVFileNormalised(const char* path);
-/// Turns the table's variablised names back into paths, "?KALDOKWQDIR?" being directory (with its trailing separator), and de-relativises named shape files; 1 when anything changed, else 0 (also for a null directory or an empty table).
+/// Turns the table's variablised names back into paths, "?KALDOKWQDIR?" being directory (with its trailing
+/// separator), and de-relativises named shape files; 1 when anything changed, else 0 (also for a null
+/// directory or an empty table).
 KUTIL_API int KUDeRelativiseKCV(const char* directory, CKDecide* table);
-/// De-relativises a behaviour file in place against its own directory, storing it only when something changed; 0 when it does not load or store, else 1.
+/// De-relativises a behaviour file in place against its own directory, storing it only when something
+/// changed; 0 when it does not load or store, else 1.
 KUTIL_API int KUDeRelativiseKCV(const char* path);
-/// Copies every readable file the table's rows name into targetDir (ending in a separator), gathering the parts of behaviour and shape files, and points the rows at the copies; 0 for a null targetDir or a null or empty table, else 1 (failed copies are ignored).
+/// Copies every readable file the table's rows name into targetDir (ending in a separator), gathering the
+/// parts of behaviour and shape files, and points the rows at the copies; 0 for a null targetDir or a null or
+/// empty table, else 1 (failed copies are ignored).
 KUTIL_API int KUCopyKCVForNormalise(const char* targetDir, CKDecide* table);
-/// Gathers the files a behaviour file names into the file's own directory and stores it with the new names; sets the comment to the path; 1 for an empty path, 0 when it does not load or store.
+/// Gathers the files a behaviour file names into the file's own directory and stores it with the new names;
+/// sets the comment to the path; 1 for an empty path, 0 when it does not load or store.
 KUTIL_API int KUCopyKCVFileParts(const char* path);

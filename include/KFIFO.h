@@ -52,21 +52,24 @@ class KUTIL_API CKFIFO {
 
   /// Removes the oldest command and discards it; 0 when the queue is empty.
   int FIPopFIFOCommand();
-  /// Removes the oldest command into code and magnitude; 0 (outputs untouched) when empty or on a null pointer.
+  /// Removes the oldest command into code and magnitude; 0 (outputs untouched) when empty or on a null
+  /// pointer.
   int FIPopFIFOCommand(int* code, float* magnitude);
   /// As above with text (capacity 261, always terminated, untouched on failure) and flags.
   int FIPopFIFOCommand(int* code, float* magnitude, char* text, int* flags);
   /// The full pop; text needs 261 bytes, is always terminated and is untouched on failure.
   int FIPopFIFOCommand(int* code, float* magnitude, _D3DVECTOR* vector, char* text, int* flags);
 
-  /// Copies out the oldest command without removing it; 0 (outputs untouched) when empty or on a null pointer.
+  /// Copies out the oldest command without removing it; 0 (outputs untouched) when empty or on a null
+  /// pointer.
   int FIPeekFIFOCommand(int* code, float* magnitude);
   /// As above with text (capacity 261, always terminated, untouched on failure) and flags.
   int FIPeekFIFOCommand(int* code, float* magnitude, char* text, int* flags);
   /// The full peek; text needs 261 bytes, is always terminated and is untouched on failure.
   int FIPeekFIFOCommand(int* code, float* magnitude, _D3DVECTOR* vector, char* text, int* flags);
 
-  /// Empties every slot and sets both indices to 0; returns 0 by long-standing convention (callers ignore it).
+  /// Empties every slot and sets both indices to 0; returns 0 by long-standing convention (callers ignore
+  /// it).
   int FIClearFIFOCommandPipe();
   /// 1 when the queue holds at least one command, else 0.
   int FITestFIFOCommandPipe();

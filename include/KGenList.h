@@ -7,9 +7,9 @@
 
 /// One node of a CKGenList.
 struct tagHolder {
-  void* object;       ///< the listed object (its identity for find and remove); never owned
-  void* companion;    ///< a second pointer handed back with the object; never owned
-  tagHolder* next;    ///< the following node, null at the tail
+  void* object;     ///< the listed object (its identity for find and remove); never owned
+  void* companion;  ///< a second pointer handed back with the object; never owned
+  tagHolder* next;  ///< the following node, null at the tail
 };
 
 /// A singly linked list of object pointers with a cursor; owns its nodes, never the objects.
@@ -30,7 +30,8 @@ class KUTIL_API CKGenList {
   int GLFind(void* object);
   /// Frees the first node holding object and clears the cursor; 0 when none matched.
   int GLRemoveFromList(void* object);
-  /// Selects the head and writes its pointers (null outputs are skipped); 0 with nothing changed on an empty list.
+  /// Selects the head and writes its pointers (null outputs are skipped); 0 with nothing changed on an empty
+  /// list.
   int GLSelectFirstObject(void** object, void** companion);
   /// Advances the cursor and writes its pointers; 0 with the cursor kept when it is null or on the tail.
   int GLSelectNextObject(void** object, void** companion);

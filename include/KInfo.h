@@ -28,7 +28,8 @@ class KUTIL_API CKaldoInfo {
 
   /// Appends the sheets of an info-sheet file; 1 if at least one was read, 0 otherwise.
   int KILoadInfoSheets(const char* fileName);
-  /// Writes all sheets to fileName (created or truncated); 0 for an empty name, an unopenable file or no sheets.
+  /// Writes all sheets to fileName (created or truncated); 0 for an empty name, an unopenable file or no
+  /// sheets.
   int KISaveFile(const char* fileName);
   /// Writes every sheet to stream in list order; 0 if there are none or a write failed.
   int KIWriteAllSheets(FILE* stream);
@@ -51,7 +52,8 @@ class KUTIL_API CKaldoInfo {
   int KIGetInfoText(std::string text);
   /// Replaces the text of the current id's sheet; 0 if there is none.
   int KISetInfoText(std::string text);
-  /// Shows the current id's text (or the fallback) captioned "KALDO Message" through the message sink; always 0.
+  /// Shows the current id's text (or the fallback) captioned "KALDO Message" through the message sink; always
+  /// 0.
   int KIDisplayInfo();
   /// Hands out the info type; always 1 (0 for a null pointer).
   int KIGetInfoType(int* type);
@@ -78,7 +80,8 @@ class KUTIL_API CKaldoInfo {
   /// Sheets are found by id, so when a file repeats an id a walk comes back to the first sheet
   /// of that id: stop walking at an id already seen.
   int KISetToNext();
-  /// Makes the previous sheet's id current through KISetInfoMessage (so it may be logged); 0 at the first sheet or with no sheets.
+  /// Makes the previous sheet's id current through KISetInfoMessage (so it may be logged); 0 at the first
+  /// sheet or with no sheets.
   int KISetToPrevious();
   /// The info-message id for a DirectX result, as KUdxrval2kwinfo.
   int KIdxrval2kwinfo(long result);
@@ -88,11 +91,11 @@ class KUTIL_API CKaldoInfo {
   void appendSheet(CInfoSheet* sheet);
   int writeLogEntry(const char* message);
 
-  unsigned int m_currentId;   ///< the current message id
-  int m_infoType;             ///< logging only while non-zero
-  char m_logFileName[261];    ///< the log file, "" for none
-  char m_comment[259];        ///< the comment written with each log entry
-  CInfoSheet* m_sheets;       ///< the sheets in load order
+  unsigned int m_currentId;  ///< the current message id
+  int m_infoType;            ///< logging only while non-zero
+  char m_logFileName[261];   ///< the log file, "" for none
+  char m_comment[259];       ///< the comment written with each log entry
+  CInfoSheet* m_sheets;      ///< the sheets in load order
 };
 
 /// A host's message display, given the caption and the text of each message.

@@ -59,18 +59,18 @@ class KUTIL_API CKInputRecord {
   int writePending();
   int readLine(int* code, int* flags, char* text, int* repeats);
 
-  std::FILE* m_stream;                  ///< the recording being written or read, or none
-  char m_fileName[KIR_TEXT_LEN + 1];    ///< the recording's path
-  int m_mode;                           ///< 0 storing, 1 playing, -1 neither
-  int m_nullCancelling;                 ///< the host's flag, kept only
-  int m_pendingCode;                    ///< command waiting to be written
-  int m_currentCode;                    ///< command just stored or read
-  int m_pendingFlags;                   ///< flags of the pending command
-  int m_currentFlags;                   ///< flags of the current command
-  int m_repeatCount;                    ///< storing: further occurrences of the pending command
-  int m_repeatsLeft;                    ///< playing: further returns of the current command
-  int m_cancelArmed;                    ///< set by a stored command flagged with bit value 4
-  char m_pendingText[KIR_TEXT_LEN + 1]; ///< text of the pending command
-  char m_currentText[KIR_TEXT_LEN + 1]; ///< text of the current command
-  char m_line[KIR_LINE_LEN];            ///< one file line
+  std::FILE* m_stream;                   ///< the recording being written or read, or none
+  char m_fileName[KIR_TEXT_LEN + 1];     ///< the recording's path
+  int m_mode;                            ///< 0 storing, 1 playing, -1 neither
+  int m_nullCancelling;                  ///< the host's flag, kept only
+  int m_pendingCode;                     ///< command waiting to be written
+  int m_currentCode;                     ///< command just stored or read
+  int m_pendingFlags;                    ///< flags of the pending command
+  int m_currentFlags;                    ///< flags of the current command
+  int m_repeatCount;                     ///< storing: further occurrences of the pending command
+  int m_repeatsLeft;                     ///< playing: further returns of the current command
+  int m_cancelArmed;                     ///< set by a stored command flagged with bit value 4
+  char m_pendingText[KIR_TEXT_LEN + 1];  ///< text of the pending command
+  char m_currentText[KIR_TEXT_LEN + 1];  ///< text of the current command
+  char m_line[KIR_LINE_LEN];             ///< one file line
 };

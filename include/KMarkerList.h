@@ -43,7 +43,8 @@ class KUTIL_API CKMarkerList {
   /// Sets the marker defaults (empty name, index and sector -1, position 1.5 each,
   /// direction +z, up +y, V 0, O and F 1.1). Returns 1, or 0 for a null pointer.
   int MLInitMarker(tagMarkerItem* marker);
-  /// Copies src into dst, the name bounded by its capacity and terminated. Returns 1, or 0 for a null pointer.
+  /// Copies src into dst, the name bounded by its capacity and terminated. Returns 1, or 0 for a null
+  /// pointer.
   int MLCopyMarker(tagMarkerItem* dst, const tagMarkerItem* src);
   /// Appends a copy of marker (the list never keeps the caller's pointer), then
   /// selects the first marker. Returns 1, or 0 for a null pointer or a failed allocation.
@@ -78,6 +79,6 @@ class KUTIL_API CKMarkerList {
  private:
   void selectFirst();
 
-  CKGenList* m_list;         ///< the records, created by the first add; null before
-  tagMarkerItem* m_selected; ///< the selected record or null
+  CKGenList* m_list;          ///< the records, created by the first add; null before
+  tagMarkerItem* m_selected;  ///< the selected record or null
 };

@@ -93,7 +93,8 @@ KUTIL_API int KUSetRegRenderWidth(int value);
 KUTIL_API int KUGetRegGraphics(char* out);
 /// Writes "GLibrary"; 1 on success.
 KUTIL_API int KUSetRegGraphics(const char* text);
-/// Reads "SharedMemory" into out (at most 260 characters plus terminator; untouched on failure); 1 on success.
+/// Reads "SharedMemory" into out (at most 260 characters plus terminator; untouched on failure); 1 on
+/// success.
 KUTIL_API int KUGetRegSharedMemory(char* out);
 /// Writes "SharedMemory"; 1 on success.
 KUTIL_API int KUSetRegSharedMemory(const char* text);

@@ -13,13 +13,17 @@
 /// Copies the common start-menu folder to out (264 bytes, always terminated; untouched on failure);
 /// found once, then cached for the process. 1 when found.
 KUTIL_API int KUGetCommonStartMenuDir(HWND owner, char* out);
-/// Copies the user's startup folder to out (264 bytes, always terminated; untouched on failure); cached; 1 when found.
+/// Copies the user's startup folder to out (264 bytes, always terminated; untouched on failure); cached; 1
+/// when found.
 KUTIL_API int KUGetUserStartupMenuDir(HWND owner, char* out);
-/// Copies the user's desktop folder to out (264 bytes, always terminated; untouched on failure); cached; 1 when found.
+/// Copies the user's desktop folder to out (264 bytes, always terminated; untouched on failure); cached; 1
+/// when found.
 KUTIL_API int KUGetWinUserDesktopDir(HWND owner, char* out);
-/// Copies the user's recent-documents folder to out (264 bytes, always terminated; untouched on failure); cached; 1 when found.
+/// Copies the user's recent-documents folder to out (264 bytes, always terminated; untouched on failure);
+/// cached; 1 when found.
 KUTIL_API int KUGetWinUserRecentDir(HWND owner, char* out);
-/// Copies the user's send-to folder to out (264 bytes, always terminated; untouched on failure); cached; 1 when found.
+/// Copies the user's send-to folder to out (264 bytes, always terminated; untouched on failure); cached; 1
+/// when found.
 KUTIL_API int KUGetWinUserSendToDir(HWND owner, char* out);
 /// Parses path into a shell item list in *list (free it with KUFreeItemList); 1 when parsed.
 KUTIL_API int KUPath2ItemList(const char* path, ITEMIDLIST** list);
@@ -46,7 +50,8 @@ KUTIL_API int KUHasRegistryWritePerms();
 KUTIL_API int KUHasStartMenuWritePerms(HWND owner);
 /// Copies the screen-saver folder to out (261 bytes, always terminated; untouched on failure); 1 when found.
 KUTIL_API int KUGetScreenSaverDirectory(char* out);
-/// Copies a screen saver into the screen-saver folder under its own file name, replacing an older copy; 1 when copied.
+/// Copies a screen saver into the screen-saver folder under its own file name, replacing an older copy; 1
+/// when copied.
 KUTIL_API int KUSetScreenSaver(const char* screenSaverFile);
 /// 1 when a readable file of that screen saver's name is in the screen-saver folder.
 KUTIL_API int KUIsScreenSaver(const char* screenSaverFile);

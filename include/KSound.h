@@ -36,14 +36,14 @@ class KUTIL_API CKSound {
   struct BackgroundEntry;
   void emptyBackgroundList();
 
-  char m_backgroundPath[261];        ///< the list file last loaded
-  int m_backgroundCount;             ///< entries in the background list
-  int m_backgroundFrequency;         ///< background sounds come about once in 30 x this many plays
-  BackgroundEntry* m_background;     ///< the background list (owned)
-  BackgroundEntry* m_cursor;         ///< the entry last drawn (borrowed)
-  int m_enabled;                     ///< sounds play only when exactly 1
-  char m_current[261];               ///< the file to play next, "" for none
-  char m_queued[261];                ///< the file to play after it, "" for none
-  int m_currentPriority;             ///< priority of the current sound, -1 for none
-  int m_queuedPriority;              ///< priority of the queued sound, -1 for none
+  char m_backgroundPath[261];     ///< the list file last loaded
+  int m_backgroundCount;          ///< entries in the background list
+  int m_backgroundFrequency;      ///< background sounds come about once in 30 x this many plays
+  BackgroundEntry* m_background;  ///< the background list (owned)
+  BackgroundEntry* m_cursor;      ///< the entry last drawn (borrowed)
+  int m_enabled;                  ///< sounds play only when exactly 1
+  char m_current[261];            ///< the file to play next, "" for none
+  char m_queued[261];             ///< the file to play after it, "" for none
+  int m_currentPriority;          ///< priority of the current sound, -1 for none
+  int m_queuedPriority;           ///< priority of the queued sound, -1 for none
 };

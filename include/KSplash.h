@@ -41,14 +41,14 @@ class KUTIL_API CKSplash {
   void drawLine(KUPaintDC dc, int x, int y, const char* text);
   void drawProgress(KUPaintDC dc);
 
-  int m_enabled;              ///< nothing is painted while 0
-  HWND m_window;              ///< the window painted into
-  int m_displayMode;          ///< 0, 1 or 2
-  char m_text[261];           ///< main line
-  char m_comment[261];        ///< second line
-  char m_extra[261];          ///< the only line of display mode 2
-  int m_progress;             ///< bar position, -1 hides the bar
-  int m_max;                  ///< bar position that fills the bar
-  COLORREF m_background;      ///< taken at each paint
-  COLORREF m_textColour;      ///< taken at each paint
+  int m_enabled;          ///< nothing is painted while 0
+  HWND m_window;          ///< the window painted into
+  int m_displayMode;      ///< 0, 1 or 2
+  char m_text[261];       ///< main line
+  char m_comment[261];    ///< second line
+  char m_extra[261];      ///< the only line of display mode 2
+  int m_progress;         ///< bar position, -1 hides the bar
+  int m_max;              ///< bar position that fills the bar
+  COLORREF m_background;  ///< taken at each paint
+  COLORREF m_textColour;  ///< taken at each paint
 };

@@ -24,7 +24,8 @@ class KUTIL_API CKTrans {
   int KTSetAspectRatio(const RECT* rect);
   /// Field of view and horizontal field of view (degrees), the view's half-width
   /// and half-height at the near plane, and the stored aspect. Returns 1, or 0 for a null pointer.
-  int KTGetFieldOfView(double* fov, double* horizontalFov, float* halfWidth, float* halfHeight, double* aspect);
+  int KTGetFieldOfView(double* fov, double* horizontalFov, float* halfWidth, float* halfHeight,
+                       double* aspect);
   /// Projects a world point: out = (s*x, s*y, z, w) with s = width * 0.14705881;
   /// the caller divides x and y by w and adds the view centre. Returns 1, or 0 for a null pointer.
   int KTWorld2Screen(_D3DRMVECTOR4D* out, const _D3DVECTOR* world);
@@ -33,29 +34,30 @@ class KUTIL_API CKTrans {
   int KTScreen2World(_D3DVECTOR* out, const _D3DRMVECTOR4D* screen);
 
  private:
-  void fieldOfView(double* fov, double* horizontalFov, float* halfWidth, float* halfHeight, double* aspect) const;
+  void fieldOfView(double* fov, double* horizontalFov, float* halfWidth, float* halfHeight,
+                   double* aspect) const;
 
-  int m_reserved[3]{};             ///< unused words kept for record compatibility
-  float m_position[3]{};           ///< camera position
-  float m_direction[3]{};          ///< camera direction, not normalised
-  float m_up[3]{};                 ///< camera up, not normalised
-  double m_zoom{};                 ///< zoom factor
-  double m_spare{};                ///< a setting this class does not read
-  RECT m_view{};                   ///< view rectangle
-  int m_width{};                   ///< view width in pixels
-  double m_aspect{};               ///< width / height
-  double m_yaw{};                  ///< yaw of the last world-to-screen call
-  double m_pitch{};                ///< pitch of the last world-to-screen call
-  double m_roll{};                 ///< roll of the last world-to-screen call
-  tagKFMATRIX m_translate{};       ///< last translation matrix
-  tagKFMATRIX m_yawMatrix{};       ///< last yaw matrix
-  tagKFMATRIX m_pitchMatrix{};     ///< last pitch matrix
-  tagKFMATRIX m_rollMatrix{};      ///< last roll matrix
-  tagKFMATRIX m_projection{};      ///< last projection matrix
-  _D3DVECTOR m_scratch[2];       ///< intermediate points of the last conversion
-  float m_halfWidth{};             ///< view half-width at the near plane
-  float m_halfHeight{};            ///< view half-height at the near plane
-  double m_fov{};                  ///< field of view, degrees
-  double m_horizontalFov{};        ///< horizontal field of view, degrees
-  double m_aspectCopy{};           ///< aspect as last reported
+  int m_reserved[3]{};          ///< unused words kept for record compatibility
+  float m_position[3]{};        ///< camera position
+  float m_direction[3]{};       ///< camera direction, not normalised
+  float m_up[3]{};              ///< camera up, not normalised
+  double m_zoom{};              ///< zoom factor
+  double m_spare{};             ///< a setting this class does not read
+  RECT m_view{};                ///< view rectangle
+  int m_width{};                ///< view width in pixels
+  double m_aspect{};            ///< width / height
+  double m_yaw{};               ///< yaw of the last world-to-screen call
+  double m_pitch{};             ///< pitch of the last world-to-screen call
+  double m_roll{};              ///< roll of the last world-to-screen call
+  tagKFMATRIX m_translate{};    ///< last translation matrix
+  tagKFMATRIX m_yawMatrix{};    ///< last yaw matrix
+  tagKFMATRIX m_pitchMatrix{};  ///< last pitch matrix
+  tagKFMATRIX m_rollMatrix{};   ///< last roll matrix
+  tagKFMATRIX m_projection{};   ///< last projection matrix
+  _D3DVECTOR m_scratch[2];      ///< intermediate points of the last conversion
+  float m_halfWidth{};          ///< view half-width at the near plane
+  float m_halfHeight{};         ///< view half-height at the near plane
+  double m_fov{};               ///< field of view, degrees
+  double m_horizontalFov{};     ///< horizontal field of view, degrees
+  double m_aspectCopy{};        ///< aspect as last reported
 };

@@ -23,9 +23,9 @@
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
-#include <windows.h>
-#include <d3dtypes.h>
 #include <d3drmdef.h>
+#include <d3dtypes.h>
+#include <windows.h>
 #else
 /// A Direct3D vector: three floats; y is up, headings lie in the x-z plane.
 typedef struct _D3DVECTOR {

@@ -363,5 +363,6 @@ KUTIL_API int KUConvertKSFToRelative(const char* path);
 KUTIL_API int KUCopyKSFFileParts(const char* path, const char* target);
 /// 1 when a texture of the shape file is set and resolves against the file's directory, else 0.
 KUTIL_API int KUIsKSFFileNormalised(const char* path);
-/// Replaces "?KALDOKWQDIR?" in the shape file's textures by directory (and inside named animation files) and saves it; 1 only when something changed and the save succeeded (0 for a null directory).
+/// Replaces "?KALDOKWQDIR?" in the shape file's textures by directory (and inside named animation files) and
+/// saves it; 1 only when something changed and the save succeeded (0 for a null directory).
 KUTIL_API int KUDeRelativiseKSF(const char* directory, const char* shapeFile);

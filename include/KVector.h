@@ -38,7 +38,8 @@ KUTIL_API int KUVectorDotProduct(const double* a, const double* b, double* out);
 /// Dot product of a and b into *out. Always 1.
 KUTIL_API int KUVectorDotProduct(const _D3DVECTOR* a, const _D3DVECTOR* b, float* out);
 
-/// Cross product a x b of double triples into out; 0 with out untouched when every component is within +-0.001.
+/// Cross product a x b of double triples into out; 0 with out untouched when every component is within
+/// +-0.001.
 KUTIL_API int KUVectorCrossProduct(const double* a, const double* b, double* out);
 /// Cross product a x b into out; 0 with out untouched when every component is within +-0.001.
 KUTIL_API int KUVectorCrossProduct(const _D3DVECTOR* a, const _D3DVECTOR* b, _D3DVECTOR* out);
@@ -87,10 +88,10 @@ KUTIL_API int KUVectorRotate(_D3DVECTOR* out, const _D3DVECTOR* v, const _D3DVEC
 /// Rotates v between the frame (dir, up) and world axes: mode 1 frame to world,
 /// mode 0 world to frame. v is normalised in place as a side effect.
 /// Returns 0 for another mode or an unsolvable roll plane, out then untouched.
-KUTIL_API int KUVectorRotateAgainstFrame(_D3DVECTOR* out, _D3DVECTOR* v, const _D3DVECTOR* dir, const _D3DVECTOR* up,
-                                         int mode);
-/// Axis and signed angle turning from into to; *kindOut is 0 (opposite), 1 (same) or 2 (axis and angle written).
-/// Returns 0 when the cross product is near null.
+KUTIL_API int KUVectorRotateAgainstFrame(_D3DVECTOR* out, _D3DVECTOR* v, const _D3DVECTOR* dir,
+                                         const _D3DVECTOR* up, int mode);
+/// Axis and signed angle turning from into to; *kindOut is 0 (opposite), 1 (same) or 2 (axis and angle
+/// written). Returns 0 when the cross product is near null.
 KUTIL_API int KUVectorGetRotation(const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DVECTOR* axisOut,
                                   double* angleOut, int* kindOut);
 /// Supplement of the angle between a and b (pi for equal directions) into *out. Always 1.
@@ -111,9 +112,11 @@ KUTIL_API int KUIsSameVectorAPPROX(const _D3DVECTOR* a, const _D3DVECTOR* b);
 /// 1 iff a and b point the same or opposite ways within 0.001 after normalising.
 KUTIL_API int KUIsParallelVectorAPPROX(const _D3DVECTOR* a, const _D3DVECTOR* b);
 /// 1 iff p is exactly equal to none of a, b, c.
-KUTIL_API int KUIsUniqueIn(const _D3DVECTOR* p, const _D3DVECTOR* a, const _D3DVECTOR* b, const _D3DVECTOR* c);
+KUTIL_API int KUIsUniqueIn(const _D3DVECTOR* p, const _D3DVECTOR* a, const _D3DVECTOR* b,
+                           const _D3DVECTOR* c);
 /// 1 iff at least two of the four points are unique among the other three.
-KUTIL_API int KUHasArea(const _D3DVECTOR* p0, const _D3DVECTOR* p1, const _D3DVECTOR* p2, const _D3DVECTOR* p3);
+KUTIL_API int KUHasArea(const _D3DVECTOR* p0, const _D3DVECTOR* p1, const _D3DVECTOR* p2,
+                        const _D3DVECTOR* p3);
 /// 1 iff v lies in the closed interval between a and b, bounds in either order.
 KUTIL_API int KUIsBetween(float v, float a, float b);
 /// 1 iff the collinear edges p0-p1 and q0-q1 overlap by at least 0.02.

@@ -10,11 +10,11 @@
 #include <cstdio>
 #include <cstring>
 
-#include "OsFileSystem.h"
 #include "KFile.h"
 #include "KNormalise.h"
 #include "KPathVars.h"
 #include "LineFile.h"
+#include "OsFileSystem.h"
 
 using kutil::detail::kListLineCapacity;
 using kutil::detail::LineEdit;

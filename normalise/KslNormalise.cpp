@@ -13,12 +13,12 @@
 #include <cstdio>
 #include <cstring>
 
-#include "OsFileSystem.h"
 #include "KFile.h"
 #include "KNormalise.h"
 #include "KPathVars.h"
 #include "KText.h"
 #include "LineFile.h"
+#include "OsFileSystem.h"
 
 using kutil::detail::LineEdit;
 using kutil::detail::RewriteOutcome;

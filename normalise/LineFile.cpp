@@ -6,9 +6,9 @@
 #include <cstdio>
 #include <cstring>
 
-#include "OsFileSystem.h"
 #include "KFile.h"
 #include "KText.h"
+#include "OsFileSystem.h"
 
 namespace kutil::detail {
 

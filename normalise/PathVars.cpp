@@ -2,16 +2,15 @@
 // SPDX-License-Identifier: MIT
 // The path-variable table and the conversion of file names to and from
 // their machine-independent form.
-#include "KPathVars.h"
-
 #include <cstring>
 #include <initializer_list>
 
-#include "OsFileSystem.h"
 #include "KFile.h"
+#include "KPathVars.h"
 #include "KText.h"
-#include "TextDetail.h"
+#include "OsFileSystem.h"
 #include "PathVarsDetail.h"
+#include "TextDetail.h"
 
 using kutil::detail::kMaxPath;
 using kutil::detail::kScratch;

@@ -13,9 +13,9 @@
 #include <cstring>
 #include <string>
 
-#include "OsFileSystem.h"
 #include "KFile.h"
 #include "KNormalise.h"
+#include "OsFileSystem.h"
 
 namespace {
 

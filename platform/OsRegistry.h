@@ -38,8 +38,7 @@ long regOpenKey(HKEY parent, const char* path, bool forWriting, HKEY* out);
 /// Creates or opens a key with full access (RegCreateKeyExA, non-volatile).
 long regCreateKey(HKEY parent, const char* path, HKEY* out);
 /// Reads a value (RegQueryValueExA): *size is the buffer size in, the value size out.
-long regQueryValue(HKEY key, const char* name, unsigned long* type, unsigned char* data,
-                   unsigned long* size);
+long regQueryValue(HKEY key, const char* name, unsigned long* type, unsigned char* data, unsigned long* size);
 /// Writes a value (RegSetValueExA).
 long regSetValue(HKEY key, const char* name, unsigned long type, const unsigned char* data,
                  unsigned long size);

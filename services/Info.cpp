@@ -308,7 +308,8 @@ int KULoadStringInitialise(const char* fileName) {
 
 int KULoadString(int id, char* out, int maxLength) {
   if (!out || maxLength < 1) return 0;
-  const char* text = g_stringTable ? g_stringTable->KIFetchStringForID(static_cast<unsigned int>(id)) : nullptr;
+  const char* text =
+      g_stringTable ? g_stringTable->KIFetchStringForID(static_cast<unsigned int>(id)) : nullptr;
   if (!text) {
     out[0] = '\0';
     return 0;

@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
 // Settings kept as text values under the application's registry keys.
-#include "KRegistry.h"
-
 #include <cstdio>
 #include <cstring>
 
+#include "KRegistry.h"
 #include "KText.h"
 #include "OsRegistry.h"
 
@@ -47,7 +46,9 @@ int setNumber(HKEY root, const char* key, const char* name, int value) {
   return KUSetRegText(root, key, name, text);
 }
 
-int setUser(const char* name, int value) { return setNumber(pf::rootCurrentUser(), kSettingsKey, name, value); }
+int setUser(const char* name, int value) {
+  return setNumber(pf::rootCurrentUser(), kSettingsKey, name, value);
+}
 
 struct RootName {
   const char* name;
@@ -56,9 +57,12 @@ struct RootName {
 
 // Tested in this order, as case-sensitive prefixes.
 const RootName kRootNames[] = {
-    {"HKEY_CLASSES_ROOT", pf::rootClassesRoot},   {"HKEY_CURRENT_CONFIG", pf::rootCurrentConfig},
-    {"HKEY_CURRENT_USER", pf::rootCurrentUser},   {"HKEY_LOCAL_MACHINE", pf::rootLocalMachine},
-    {"HKEY_USERS", pf::rootUsers},                {"HKEY_PERFORMANCE_DATA", pf::rootPerformanceData},
+    {"HKEY_CLASSES_ROOT", pf::rootClassesRoot},
+    {"HKEY_CURRENT_CONFIG", pf::rootCurrentConfig},
+    {"HKEY_CURRENT_USER", pf::rootCurrentUser},
+    {"HKEY_LOCAL_MACHINE", pf::rootLocalMachine},
+    {"HKEY_USERS", pf::rootUsers},
+    {"HKEY_PERFORMANCE_DATA", pf::rootPerformanceData},
     {"HKEY_DYN_DATA", pf::rootDynData},
 };
 
@@ -151,7 +155,9 @@ int KUSetRegDisableDisplayChange(unsigned int value) {
   return setUser("DisableDisplayChange", static_cast<int>(value));
 }
 int KUGetRegAnimationClickDelay(unsigned int* value) { return getUser("AnimationDelay", value); }
-int KUSetRegAnimationClickDelay(unsigned int value) { return setUser("AnimationDelay", static_cast<int>(value)); }
+int KUSetRegAnimationClickDelay(unsigned int value) {
+  return setUser("AnimationDelay", static_cast<int>(value));
+}
 int KUGetRegResolution(int* value) { return getUser("Resolution", value); }
 int KUSetRegResolution(int value) { return setUser("Resolution", value); }
 int KUGetRegSkyResolution(int* value) { return getUser("SkyResolution", value); }
@@ -168,7 +174,9 @@ int KUGetRegGraphics(char* out) {
   return KUGetRegText(pf::rootCurrentUser(), kSettingsKey, "GLibrary", out);
 }
 
-int KUSetRegGraphics(const char* text) { return KUSetRegText(pf::rootCurrentUser(), kSettingsKey, "GLibrary", text); }
+int KUSetRegGraphics(const char* text) {
+  return KUSetRegText(pf::rootCurrentUser(), kSettingsKey, "GLibrary", text);
+}
 
 int KUGetRegSharedMemory(char* out) {
   if (!out) return 0;
@@ -190,4 +198,6 @@ int KUGetRegBuildNumber(unsigned int* value) {
   return 1;
 }
 
-int KUSetRegBuildNumber(int value) { return setNumber(pf::rootLocalMachine(), kInstallKey, "BuildNumber", value); }
+int KUSetRegBuildNumber(int value) {
+  return setNumber(pf::rootLocalMachine(), kInstallKey, "BuildNumber", value);
+}

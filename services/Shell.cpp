@@ -6,22 +6,24 @@
 #include <cstring>
 #include <string>
 
-#include "OsFileSystem.h"
 #include "KFile.h"
 #include "KRegistry.h"
 #include "KShell.h"
 #include "KText.h"
-#include "ProductInfo.h"
+#include "OsFileSystem.h"
 #include "OsRegistry.h"
 #include "OsShell.h"
+#include "ProductInfo.h"
 #include "ShellDetail.h"
 
 namespace {
 
 namespace pf = kutil::platform;
 
-constexpr const char* kMachineShellFolders = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
-constexpr const char* kUserShellFolders = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+constexpr const char* kMachineShellFolders =
+    "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+constexpr const char* kUserShellFolders =
+    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
 constexpr int kCacheSize = 264;
 constexpr int kNoError = 5;
 
@@ -96,19 +98,32 @@ void resetSpecialFolderCaches() {
 
 int shellResultToError(long result) {
   switch (result) {
-    case 0: return 111;
-    case 2: return 106;
-    case 3: return 109;
-    case 5: return 100;
-    case 8: return 108;
-    case 26: return 110;
-    case 27: return 101;
-    case 28: return 104;
-    case 29: return 103;
-    case 30: return 102;
-    case 31: return 107;
-    case 32: return 105;
-    default: return result > 32 ? kNoError : 80;  // bad format (11) too falls into 80
+    case 0:
+      return 111;
+    case 2:
+      return 106;
+    case 3:
+      return 109;
+    case 5:
+      return 100;
+    case 8:
+      return 108;
+    case 26:
+      return 110;
+    case 27:
+      return 101;
+    case 28:
+      return 104;
+    case 29:
+      return 103;
+    case 30:
+      return 102;
+    case 31:
+      return 107;
+    case 32:
+      return 105;
+    default:
+      return result > 32 ? kNoError : 80;  // bad format (11) too falls into 80
   }
 }
 
@@ -127,7 +142,8 @@ int KUPath2ItemList(const char* path, ITEMIDLIST** list) {
 
 int KUFreeItemList(ITEMIDLIST* list) { return pf::freeItemList(list) ? 1 : 0; }
 
-int KURawRunSysCmd(HWND owner, const char* verb, const char* file, const char* parameters, const char* directory) {
+int KURawRunSysCmd(HWND owner, const char* verb, const char* file, const char* parameters,
+                   const char* directory) {
   KUSetError(kNoError);
   pf::flushAllStreams();
   const long result = pf::shellExecute(owner, verb, file, parameters, directory);

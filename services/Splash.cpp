@@ -3,7 +3,6 @@
 // The splash screen: texts and a progress bar at fixed pixel positions, in
 // the desktop's own colours.
 #include "KSplash.h"
-
 #include "KText.h"
 #include "OsPaint.h"
 #include "SplashColours.h"

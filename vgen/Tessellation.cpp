@@ -13,13 +13,13 @@
 // the footprint's, so the triangles are exactly those of the re-counting method.
 #include "Tessellation.h"
 
-#include "KVector.h"
-
 #include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <new>
 #include <unordered_set>
+
+#include "KVector.h"
 
 namespace kutil::detail {
 
@@ -108,16 +108,16 @@ void transpose64(std::uint64_t a[64]) {
 // in list order (i ascending, then j ascending). The two footprint tests
 // (boundary crossed without margin, points on the same side) are walked here
 // over prepared edge lines, with the footprint's own crossing test.
-void collectCandidates(const std::vector<_D3DVECTOR>& seed, const std::vector<_D3DVECTOR>& laid, TessFootPrint& fp,
-                       std::vector<TessSegment>* out) {
+void collectCandidates(const std::vector<_D3DVECTOR>& seed, const std::vector<_D3DVECTOR>& laid,
+                       TessFootPrint& fp, std::vector<TessSegment>* out) {
   const _D3DVECTOR reference = outsideReference(fp);
   const int n = static_cast<int>(seed.size());
   // Edge lines made afresh from the vertices (as the boundary test makes them)
   // and as the footprint holds them (as the same-side test reads them).
   std::vector<TessLine> fresh(seed.size()), held;
   for (int k = 0; k < n; ++k) {
-    prepareTessLine(fp, laid[static_cast<std::size_t>(k)], laid[static_cast<std::size_t>((k + 1) % n)], -1, -1,
-                    &fresh[static_cast<std::size_t>(k)]);
+    prepareTessLine(fp, laid[static_cast<std::size_t>(k)], laid[static_cast<std::size_t>((k + 1) % n)], -1,
+                    -1, &fresh[static_cast<std::size_t>(k)]);
   }
   fp.FPSelectFirstEdge();
   do {
@@ -180,8 +180,8 @@ bool outlineCrossesItself(const std::vector<TessSegment>& segments, const std::v
   for (const TessSegment& s : segments) {
     if (!s.boundary) continue;
     TessLine line;
-    prepareTessLine(fp, laid[static_cast<std::size_t>(s.first)], laid[static_cast<std::size_t>(s.second)], s.first,
-                    s.second, &line);
+    prepareTessLine(fp, laid[static_cast<std::size_t>(s.first)], laid[static_cast<std::size_t>(s.second)],
+                    s.first, s.second, &line);
     edges.push_back(line);
   }
   for (std::size_t a = 0; a < edges.size(); ++a) {
@@ -217,8 +217,8 @@ void removeCrossingChords(std::vector<TessSegment>* segments, const std::vector<
     s.crossings = -1;
     if (s.boundary) continue;
     TessLine line;
-    prepareTessLine(fp, laid[static_cast<std::size_t>(s.first)], laid[static_cast<std::size_t>(s.second)], s.first,
-                    s.second, &line);
+    prepareTessLine(fp, laid[static_cast<std::size_t>(s.first)], laid[static_cast<std::size_t>(s.second)],
+                    s.first, s.second, &line);
     chords.push_back(line);
     where.push_back(k);
   }
@@ -231,7 +231,8 @@ void removeCrossingChords(std::vector<TessSegment>* segments, const std::vector<
   for (std::size_t i = 0; i < m; ++i) key[i] = chords[i].xMin != chords[i].xMin ? -HUGE_VALF : chords[i].xMin;
   std::vector<std::uint32_t> order(m);  // rank -> chord number
   for (std::size_t i = 0; i < m; ++i) order[i] = static_cast<std::uint32_t>(i);
-  std::stable_sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) { return key[a] < key[b]; });
+  std::stable_sort(order.begin(), order.end(),
+                   [&](std::uint32_t a, std::uint32_t b) { return key[a] < key[b]; });
   std::vector<TessLine> sorted(m);
   SweepArrays sw;
   sw.xMin.resize(m);
@@ -282,13 +283,14 @@ void removeCrossingChords(std::vector<TessSegment>* segments, const std::vector<
     int countS = 0;
     std::uint64_t acc = 0;
     for (std::size_t b = a + 1; b < end; ++b) {
-      const bool share = (ends[static_cast<std::size_t>(sw.first[b])] | ends[static_cast<std::size_t>(sw.second[b])]) != 0;
+      const bool share =
+          (ends[static_cast<std::size_t>(sw.first[b])] | ends[static_cast<std::size_t>(sw.second[b])]) != 0;
       const double dg = gs - sw.gradient[b];
       if (std::fabs(dg) >= 0.001) {
         // Two sloped lines meeting in one point (tessLinesCross's first case):
         // the same answer either way round.
-        const int st =
-            tessPointCross(gxs, lowS, highS, sw.gradientX[b], sw.xLow[b], sw.xHigh[b], dg) & static_cast<int>(!share);
+        const int st = tessPointCross(gxs, lowS, highS, sw.gradientX[b], sw.xLow[b], sw.xHigh[b], dg) &
+                       static_cast<int>(!share);
         countS += st;
         rankCounts[b] += st;
         acc |= static_cast<std::uint64_t>(st) << (b & 63);
@@ -417,8 +419,9 @@ bool readTriangles(std::vector<TessSegment>* segments, int n, std::vector<TessTr
         if (x == v || joined[static_cast<std::size_t>(x)] != v) continue;
         int t[3] = {v, a, x};
         std::sort(t, t + 3);
-        const std::uint64_t key = (static_cast<std::uint64_t>(t[0]) * un + static_cast<std::uint64_t>(t[1])) * un +
-                                  static_cast<std::uint64_t>(t[2]);
+        const std::uint64_t key =
+            (static_cast<std::uint64_t>(t[0]) * un + static_cast<std::uint64_t>(t[1])) * un +
+            static_cast<std::uint64_t>(t[2]);
         if (!seen.insert(key).second) continue;
         out->push_back({{t[0], t[1], t[2]}});
       }
@@ -429,7 +432,8 @@ bool readTriangles(std::vector<TessSegment>* segments, int n, std::vector<TessTr
 
 }  // namespace
 
-void chordProbe(const _D3DVECTOR& p, const _D3DVECTOR& q, _D3DVECTOR* start, _D3DVECTOR* step, _D3DVECTOR* mid) {
+void chordProbe(const _D3DVECTOR& p, const _D3DVECTOR& q, _D3DVECTOR* start, _D3DVECTOR* step,
+                _D3DVECTOR* mid) {
   _D3DVECTOR d;
   d.x = q.x - p.x;
   d.y = q.y - p.y;

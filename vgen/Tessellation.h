@@ -15,14 +15,14 @@ namespace kutil::detail {
 
 /// One accepted pair of seed vertices: a polygon edge or an inner chord.
 struct TessSegment {
-  _D3DVECTOR start;   ///< seed position of the first vertex (not laid)
-  _D3DVECTOR end;     ///< seed position of the second vertex
-  int first;          ///< seed vertex number i
-  int second;         ///< seed vertex number j, always j > i
-  int boundary;       ///< 1 for a polygon edge, 0 for an inner chord
-  int removed;        ///< 1 once the chord has been thrown out
-  int mark;           ///< -1 none; only meaningful while triangles are read off
-  int crossings;      ///< live chords it crosses; -1 when not counted
+  _D3DVECTOR start;  ///< seed position of the first vertex (not laid)
+  _D3DVECTOR end;    ///< seed position of the second vertex
+  int first;         ///< seed vertex number i
+  int second;        ///< seed vertex number j, always j > i
+  int boundary;      ///< 1 for a polygon edge, 0 for an inner chord
+  int removed;       ///< 1 once the chord has been thrown out
+  int mark;          ///< -1 none; only meaningful while triangles are read off
+  int crossings;     ///< live chords it crosses; -1 when not counted
 };
 
 /// Three seed vertex numbers in ascending order.
@@ -88,8 +88,8 @@ inline void prepareTessLine(CKFootPrint& fp, const _D3DVECTOR& a, const _D3DVECT
 /// worked out and narrowed to float exactly as the footprint does, must lie
 /// within both segments' x windows. The same either way round. (A sloped
 /// line's ends have finite x, so its window is never NaN.)
-inline int tessPointCross(double gradientXA, float lowA, float highA, double gradientXB, float lowB, float highB,
-                          double dg) {
+inline int tessPointCross(double gradientXA, float lowA, float highA, double gradientXB, float lowB,
+                          float highB, double dg) {
   double x = (gradientXA - gradientXB) / dg;
   if (x != x) x = 0.0;  // the footprint keeps a NaN crossing as 0
   const float px =
@@ -126,7 +126,8 @@ inline _D3DVECTOR layOnFloor(const _D3DVECTOR& v) {
 /// How a candidate chord p -> q (laid points) is probed: its middle 98 %
 /// (start and step) and its midpoint. Shared by every implementation of the
 /// method so that all of them probe bit-identical segments.
-void chordProbe(const _D3DVECTOR& p, const _D3DVECTOR& q, _D3DVECTOR* start, _D3DVECTOR* step, _D3DVECTOR* mid);
+void chordProbe(const _D3DVECTOR& p, const _D3DVECTOR& q, _D3DVECTOR* start, _D3DVECTOR* step,
+                _D3DVECTOR* mid);
 
 /// The point known to lie outside the laid seed: box max + (17.3133, 0, 103.00314),
 /// or the origin when the footprint has no box.

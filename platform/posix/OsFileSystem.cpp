@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "OsFileSystem.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 
 namespace kutil::platform {
 namespace {
@@ -34,7 +34,9 @@ bool writeAll(int fd, const char* data, ssize_t size) {
   return true;
 }
 
-bool isSameFile(const struct stat& a, const struct stat& b) { return a.st_dev == b.st_dev && a.st_ino == b.st_ino; }
+bool isSameFile(const struct stat& a, const struct stat& b) {
+  return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
 
 }  // namespace
 

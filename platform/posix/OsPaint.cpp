@@ -11,7 +11,8 @@ namespace kutil::platform {
 namespace {
 
 void setColour(cairo_t* cr, COLORREF colour) {
-  cairo_set_source_rgb(cr, (colour & 0xFF) / 255.0, ((colour >> 8) & 0xFF) / 255.0, ((colour >> 16) & 0xFF) / 255.0);
+  cairo_set_source_rgb(cr, (colour & 0xFF) / 255.0, ((colour >> 8) & 0xFF) / 255.0,
+                       ((colour >> 16) & 0xFF) / 255.0);
 }
 
 constexpr COLORREF rgbColour(unsigned r, unsigned g, unsigned b) { return r | (g << 8) | (b << 16); }
@@ -33,12 +34,18 @@ void ring(cairo_t* cr, int left, int top, int right, int bottom, COLORREF colour
 
 COLORREF systemColour(int index) {
   switch (index) {
-    case 1: return rgbColour(0, 128, 128);      // desktop
-    case 5: return rgbColour(255, 255, 255);    // window
-    case 6: return rgbColour(0, 0, 0);          // window frame
-    case 13: return rgbColour(0, 0, 128);       // highlight
-    case 14: return rgbColour(255, 255, 255);   // highlight text
-    default: return rgbColour(192, 192, 192);   // the face of things
+    case 1:
+      return rgbColour(0, 128, 128);  // desktop
+    case 5:
+      return rgbColour(255, 255, 255);  // window
+    case 6:
+      return rgbColour(0, 0, 0);  // window frame
+    case 13:
+      return rgbColour(0, 0, 128);  // highlight
+    case 14:
+      return rgbColour(255, 255, 255);  // highlight text
+    default:
+      return rgbColour(192, 192, 192);  // the face of things
   }
 }
 

@@ -34,9 +34,9 @@ bool isRoot(HKEY key) {
 }
 
 struct Store {
-  std::string file;       // database file
-  std::string dir;        // its folder, created on demand
-  bool wal = true;        // WAL for stores the user owns
+  std::string file;  // database file
+  std::string dir;   // its folder, created on demand
+  bool wal = true;   // WAL for stores the user owns
 };
 
 std::string envOr(const char* name, const std::string& fallback) {
@@ -373,7 +373,8 @@ long regEnumKey(HKEY key, unsigned long index, char* name, unsigned long* size) 
   Handle* h = openHandle(key);
   if (!h) return isRoot(key) ? kRegNoMoreItems : kRegBadHandle;
   if (!name || !size) return kRegBadParameter;
-  Statement q(h->db, "SELECT name FROM keys WHERE parent = ?1 ORDER BY name COLLATE NOCASE LIMIT 1 OFFSET ?2");
+  Statement q(h->db,
+              "SELECT name FROM keys WHERE parent = ?1 ORDER BY name COLLATE NOCASE LIMIT 1 OFFSET ?2");
   if (!q.ok()) return kRegNoMoreItems;
   q.text(1, h->path);
   q.integer(2, static_cast<sqlite3_int64>(index));

@@ -86,7 +86,8 @@ std::string userDir(const char* name, const std::string& fallback) {
   while (std::getline(in, line)) {
     if (line.compare(0, key.size(), key) != 0) continue;
     std::string value = line.substr(key.size());
-    if (value.size() >= 2 && value.front() == '"' && value.back() == '"') value = value.substr(1, value.size() - 2);
+    if (value.size() >= 2 && value.front() == '"' && value.back() == '"')
+      value = value.substr(1, value.size() - 2);
     if (value.compare(0, 5, "$HOME") == 0) value = home() + value.substr(5);
     if (!value.empty() && value[0] == '/') return value;
   }
@@ -122,13 +123,19 @@ void reapChildren() {
 
 long spawnError(int error) {
   switch (error) {
-    case ENOENT: return kFileNotFound;
-    case ENOTDIR: return kPathNotFound;
+    case ENOENT:
+      return kFileNotFound;
+    case ENOTDIR:
+      return kPathNotFound;
     case EACCES:
-    case EPERM: return kAccessDenied;
-    case ENOMEM: return kOutOfMemory;
-    case ENOEXEC: return kBadFormat;
-    default: return kOutOfResources;
+    case EPERM:
+      return kAccessDenied;
+    case ENOMEM:
+      return kOutOfMemory;
+    case ENOEXEC:
+      return kBadFormat;
+    default:
+      return kOutOfResources;
   }
 }
 
@@ -185,12 +192,23 @@ bool specialFolderPath(HWND, int csidl, char* out) {
   if (!out) return false;
   std::string path;
   switch (csidl) {
-    case 7: path = configHome() + "/autostart"; break;
-    case 8: path = dataHome() + "/RecentDocuments"; break;
-    case 9: path = dataHome() + "/kaldo3d/SendTo"; break;
-    case 16: path = userDir("DESKTOP", home() + "/Desktop"); break;
-    case 22: path = commonApplications(); break;
-    default: return false;
+    case 7:
+      path = configHome() + "/autostart";
+      break;
+    case 8:
+      path = dataHome() + "/RecentDocuments";
+      break;
+    case 9:
+      path = dataHome() + "/kaldo3d/SendTo";
+      break;
+    case 16:
+      path = userDir("DESKTOP", home() + "/Desktop");
+      break;
+    case 22:
+      path = commonApplications();
+      break;
+    default:
+      return false;
   }
   // As with the shell, a folder that does not exist has no path.
   if (path.empty() || path.size() > 260 || !isDirectory(path)) return false;
@@ -224,7 +242,8 @@ long shellExecute(HWND, const char* verb, const char* file, const char* paramete
     return kNoAssociation;  // printing, editing and the like have no handler here
   }
   if (directory && *directory && !isDirectory(directory)) return kPathNotFound;
-  if (isAddress(file)) return spawn("xdg-open", true, {file}, directory) == kStarted ? kStarted : kNoAssociation;
+  if (isAddress(file))
+    return spawn("xdg-open", true, {file}, directory) == kStarted ? kStarted : kNoAssociation;
 
   std::string path = file;
   if (path[0] != '/' && directory && *directory) path = std::string(directory) + "/" + path;

@@ -19,8 +19,8 @@ void copyPart(char* out, const char* from) {
 // The volume and file index that identify an existing file, through a handle
 // opened for no access so that open or locked files still answer.
 bool fileIdentity(const char* path, BY_HANDLE_FILE_INFORMATION* info) {
-  HANDLE file = CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                            FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  HANDLE file = CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                            OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
   if (file == INVALID_HANDLE_VALUE) return false;
   const bool ok = GetFileInformationByHandle(file, info) != 0;
   CloseHandle(file);
@@ -49,8 +49,8 @@ bool sameFile(const char* a, const char* b) {
   if (a == nullptr || b == nullptr || *a == '\0' || *b == '\0') return false;
   BY_HANDLE_FILE_INFORMATION first, second;
   return fileIdentity(a, &first) && fileIdentity(b, &second) &&
-         first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
-         first.nFileIndexLow == second.nFileIndexLow;
+         first.dwVolumeSerialNumber == second.dwVolumeSerialNumber &&
+         first.nFileIndexHigh == second.nFileIndexHigh && first.nFileIndexLow == second.nFileIndexLow;
 }
 
 bool copyFile(const char* from, const char* to, bool failIfExists) {

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 // The splash screen's drawing operations on GDI, as the MFC device-context
 // wrappers perform them.
+#include "OsPaint.h"
+
 #include <windows.h>
 
 #include <cstring>
-
-#include "OsPaint.h"
 
 namespace kutil::platform {
 

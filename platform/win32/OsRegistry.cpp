@@ -23,8 +23,8 @@ long regOpenKey(HKEY parent, const char* path, bool forWriting, HKEY* out) {
 long regCreateKey(HKEY parent, const char* path, HKEY* out) {
   DWORD disposition = 0;
   char emptyClass[1] = {0};
-  return RegCreateKeyExA(parent, path, 0, emptyClass, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
-                         nullptr, out, &disposition);
+  return RegCreateKeyExA(parent, path, 0, emptyClass, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr, out,
+                         &disposition);
 }
 
 long regQueryValue(HKEY key, const char* name, unsigned long* type, unsigned char* data,

@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
 // Shell services on the Windows shell.
-#include <windows.h>
+#include "OsShell.h"
+
 #include <shellapi.h>
 #include <shlobj.h>
+#include <windows.h>
 
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-
-#include "OsShell.h"
 
 namespace kutil::platform {
 
@@ -52,7 +52,8 @@ bool freeItemList(ITEMIDLIST* list) {
 
 void flushAllStreams() { std::fflush(nullptr); }
 
-long shellExecute(HWND owner, const char* verb, const char* file, const char* parameters, const char* directory) {
+long shellExecute(HWND owner, const char* verb, const char* file, const char* parameters,
+                  const char* directory) {
   HINSTANCE result = ShellExecuteA(owner, verb, file, parameters, directory, SW_SHOWNORMAL);
   return static_cast<long>(reinterpret_cast<intptr_t>(result));
 }

@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
 // Sounds through the multimedia PlaySoundA.
-#include <windows.h>
-#include <mmsystem.h>
-
 #include "OsSound.h"
+
+#include <windows.h>
+// mmsystem.h needs the Windows types first.
+#include <mmsystem.h>
 
 namespace kutil::platform {
 

@@ -16,7 +16,9 @@ TEST(CKActionRow, NewRowReportsNothingSet) {
   CKActionRow row;
   int value = 99;
   char text[KAR_TEXTDATA_LEN + 1] = "untouched";
-  EXPECT_EQ(row.ARGetEvent(&value) + row.ARGetRepeatClicks(&value) + row.ARGetGrouping(text) + row.ARGetTextData(text), 0);
+  EXPECT_EQ(row.ARGetEvent(&value) + row.ARGetRepeatClicks(&value) + row.ARGetGrouping(text) +
+                row.ARGetTextData(text),
+            0);
   EXPECT_EQ(std::to_string(value) + text, "99untouched");
   EXPECT_EQ(ActionRowAccess::rowType(row) + ActionRowAccess::action(row), -2);
   EXPECT_STREQ(ActionRowAccess::runState(row), "idle");

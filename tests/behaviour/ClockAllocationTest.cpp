@@ -49,8 +49,18 @@ long g_outputs = 0;
 
 // Counts the allocations of ticks ticks, pushing the scripted inputs and popping every output.
 long allocationsOver(Behaviour& b, int ticks) {
-  static const int inputs[] = {KAR_EVENT_SELECT, -1, KAR_EVENT_OPEN, KAR_MOTION_FORWARD, KAR_EVENT_COLLIDE, -1,
-                               KAR_EVENT_CUT,    -1, 99,             KAR_EVENT_IMPACT,   KAR_CMD_RESET,     -1};
+  static const int inputs[] = {KAR_EVENT_SELECT,
+                               -1,
+                               KAR_EVENT_OPEN,
+                               KAR_MOTION_FORWARD,
+                               KAR_EVENT_COLLIDE,
+                               -1,
+                               KAR_EVENT_CUT,
+                               -1,
+                               99,
+                               KAR_EVENT_IMPACT,
+                               KAR_CMD_RESET,
+                               -1};
   int code = 0;
   int flags = 0;
   float magnitude = 0;
@@ -72,12 +82,13 @@ TEST(CKDecideClockMemory, TicksOfABusyTableAllocateNothing) {
   kutil::test::ScriptedClock clock;
   kutil::test::TempDir dir;
   Behaviour b;
-  ASSERT_EQ(kutil::test::loadText(b.table, dir,
-                                  "ON select CALL door FOR 2\nON open CALL walk\nON collide MOVE BACKWARD BY 1 FOR 3\n"
-                                  "ON cut PING \"cut\"\nON impact STOP\nAT MAAAAAAAAAAAAAAAA PING tick\n"
-                                  "IN door MOVE TURNLEFT BY 0.5 FOR 2\nIN door CALL swing\nIN door RETURN\n"
-                                  "IN swing ZOOMIN BY 2\nIN swing RETURN\nIN walk MOVE FORWARD FOR 4\n"
-                                  "IN walk PLAY \"step.wav\"\nIN walk RETURN\n"),
+  ASSERT_EQ(kutil::test::loadText(
+                b.table, dir,
+                "ON select CALL door FOR 2\nON open CALL walk\nON collide MOVE BACKWARD BY 1 FOR 3\n"
+                "ON cut PING \"cut\"\nON impact STOP\nAT MAAAAAAAAAAAAAAAA PING tick\n"
+                "IN door MOVE TURNLEFT BY 0.5 FOR 2\nIN door CALL swing\nIN door RETURN\n"
+                "IN swing ZOOMIN BY 2\nIN swing RETURN\nIN walk MOVE FORWARD FOR 4\n"
+                "IN walk PLAY \"step.wav\"\nIN walk RETURN\n"),
             1);
   // The first ticks may warm up whatever the C runtime keeps; none of it may come from a tick.
   allocationsOver(b, 24);

@@ -31,9 +31,17 @@ std::uint64_t runScene(int ticks, int* outputs) {
   kutil::test::rowAt(b.table, 1)->ARSetTextData(rec.c_str());
   b.table.DESetItemScaleFactor(1.5f);
 
-  static const int inputs[] = {KAR_EVENT_SELECT, KAR_EVENT_DESELECT, KAR_EVENT_PROPERTY, KAR_EVENT_OPEN,
-                               KAR_EVENT_COLLIDE, KAR_EVENT_IMPACT, KAR_EVENT_CUT, KAR_EVENT_COPY, KAR_CMD_RESET,
-                               KAR_MOTION_FORWARD, 99};
+  static const int inputs[] = {KAR_EVENT_SELECT,
+                               KAR_EVENT_DESELECT,
+                               KAR_EVENT_PROPERTY,
+                               KAR_EVENT_OPEN,
+                               KAR_EVENT_COLLIDE,
+                               KAR_EVENT_IMPACT,
+                               KAR_EVENT_CUT,
+                               KAR_EVENT_COPY,
+                               KAR_CMD_RESET,
+                               KAR_MOTION_FORWARD,
+                               99};
   std::uint32_t lcg = 12345u;
   Fnv1a hash;
   *outputs = 0;

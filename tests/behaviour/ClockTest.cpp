@@ -27,7 +27,9 @@ class CKDecideClock : public ::testing::Test {
 };
 
 TEST_F(CKDecideClock, RepeatedRowsPerformOncePerTickThenRest) {
-  load("ON select MOVE FORWARD BY 0.5 FOR 3\nON open MOVE UP FOR 0\nON cut CALL g\nIN g MOVE DOWN FOR 0\nIN g RETURN\n");
+  load(
+      "ON select MOVE FORWARD BY 0.5 FOR 3\nON open MOVE UP FOR 0\nON cut CALL g\nIN g MOVE DOWN FOR 0\nIN g "
+      "RETURN\n");
   for (int round = 0; round < 2; ++round) {
     EXPECT_EQ(b.tick(KAR_EVENT_SELECT), Commands{move(KAR_MOTION_FORWARD, 0.5f)});
     EXPECT_EQ(b.tick(), Commands{move(KAR_MOTION_FORWARD, 0.5f)});
@@ -55,7 +57,9 @@ TEST_F(CKDecideClock, ResetByCommandOrStopAction) {
   ASSERT_EQ(state(0), "busy");
   // The flagged row still runs before the input is read; the reset command is not passed on.
   EXPECT_EQ(b.tick(KAR_CMD_RESET), Commands{move(KAR_MOTION_UP)});
-  EXPECT_EQ(ActionRowAccess::iterations(*rowAt(b.table, 0)) * 10 + ActionRowAccess::iterations(*rowAt(b.table, 2)), 25);
+  EXPECT_EQ(
+      ActionRowAccess::iterations(*rowAt(b.table, 0)) * 10 + ActionRowAccess::iterations(*rowAt(b.table, 2)),
+      25);
   for (int i = 0; i < 4; ++i) EXPECT_EQ(state(i) + callStack(rowAt(b.table, i)), "idleempty") << i;
   EXPECT_EQ(b.tick(), Commands{});
 
@@ -80,7 +84,9 @@ TEST_F(CKDecideClock, CallWaitsForTheGroupToReturnAndRepeats) {
 }
 
 TEST_F(CKDecideClock, NestedCallsUnwindInOneTick) {
-  load("ON select CALL outer\nIN outer CALL inner\nIN outer RETURN\nIN inner MOVE LOOKUP BY 3\nIN inner RETURN\n");
+  load(
+      "ON select CALL outer\nIN outer CALL inner\nIN outer RETURN\nIN inner MOVE LOOKUP BY 3\nIN inner "
+      "RETURN\n");
   EXPECT_EQ(b.tick(KAR_EVENT_SELECT), Commands{move(KAR_MOTION_LOOKUP, 3.0f)});
   EXPECT_EQ(callStack(rowAt(b.table, 1)), "call.inner");
   b.tick();
@@ -90,7 +96,9 @@ TEST_F(CKDecideClock, NestedCallsUnwindInOneTick) {
 }
 
 TEST_F(CKDecideClock, GroupMembersRunOnePerTickUntilAnotherGroup) {
-  load("ON select CALL g\nIN g MOVE UP\nIN g MOVE DOWN FOR 2\nIN g ZOOMIN BY 2\nIN h MOVE BACKWARD\nIN g RETURN\n");
+  load(
+      "ON select CALL g\nIN g MOVE UP\nIN g MOVE DOWN FOR 2\nIN g ZOOMIN BY 2\nIN h MOVE BACKWARD\nIN g "
+      "RETURN\n");
   EXPECT_EQ(b.tick(KAR_EVENT_SELECT), Commands{move(KAR_MOTION_UP)});
   EXPECT_EQ(b.tick(), Commands{move(KAR_MOTION_DOWN)});
   EXPECT_EQ(b.tick(), Commands{move(KAR_MOTION_DOWN)});
@@ -101,19 +109,25 @@ TEST_F(CKDecideClock, GroupMembersRunOnePerTickUntilAnotherGroup) {
 }
 
 TEST_F(CKDecideClock, EveryActionPushesItsCommand) {
-  load("ON select RUN \"app.exe\" \nON select RUN\nON select PLAY a.wav\nON select REPLACE b.kvc\n"
-       "ON select LOAD c.kvc\nON select GOTO d\nON select USERGOTO e\nON select DELETE\nON select CUT\n"
-       "ON select COPY\nON select ZOOMOUT BY 0.25\nON select PING hi\nON select NULL\n"
-       "ON open CALL g\nIN g PING there\nIN g RETURN\n");
+  load(
+      "ON select RUN \"app.exe\" \nON select RUN\nON select PLAY a.wav\nON select REPLACE b.kvc\n"
+      "ON select LOAD c.kvc\nON select GOTO d\nON select USERGOTO e\nON select DELETE\nON select CUT\n"
+      "ON select COPY\nON select ZOOMOUT BY 0.25\nON select PING hi\nON select NULL\n"
+      "ON open CALL g\nIN g PING there\nIN g RETURN\n");
   // Twelve commands, but the output ring holds eight: the host must pop in time.
-  EXPECT_EQ(b.tick(KAR_EVENT_SELECT),
-            (Commands{{KAR_CMD_RUN, 1.0f, "app.exe", 1}, {KAR_CMD_RUN_NOTEXT, 1.0f, "", 1},
-                      {KAR_CMD_PLAY, 1.0f, "a.wav", 1}, {KAR_CMD_REPLACE, 1.0f, "b.kvc", 1},
-                      {KAR_CMD_LOAD, 1.0f, "c.kvc", 1}, {KAR_CMD_GOTO, 1.0f, "d", 1},
-                      {KAR_CMD_USERGOTO, 1.0f, "e", 1}, {KAR_EVENT_DELETE, 1.0f, "", 1}}));
+  EXPECT_EQ(b.tick(KAR_EVENT_SELECT), (Commands{{KAR_CMD_RUN, 1.0f, "app.exe", 1},
+                                                {KAR_CMD_RUN_NOTEXT, 1.0f, "", 1},
+                                                {KAR_CMD_PLAY, 1.0f, "a.wav", 1},
+                                                {KAR_CMD_REPLACE, 1.0f, "b.kvc", 1},
+                                                {KAR_CMD_LOAD, 1.0f, "c.kvc", 1},
+                                                {KAR_CMD_GOTO, 1.0f, "d", 1},
+                                                {KAR_CMD_USERGOTO, 1.0f, "e", 1},
+                                                {KAR_EVENT_DELETE, 1.0f, "", 1}}));
   for (int i = 0; i < 8; ++i) rowAt(b.table, i)->ARSetAction(KAR_ACTION_NULL);
-  EXPECT_EQ(b.tick(KAR_EVENT_SELECT), (Commands{{KAR_EVENT_CUT, 1.0f, "", 1}, {KAR_EVENT_COPY, 1.0f, "", 1},
-                                                move(KAR_CMD_ZOOMOUT, 0.25f), ping("hi", KAR_EVENT_SELECT)}));
+  EXPECT_EQ(b.tick(KAR_EVENT_SELECT), (Commands{{KAR_EVENT_CUT, 1.0f, "", 1},
+                                                {KAR_EVENT_COPY, 1.0f, "", 1},
+                                                move(KAR_CMD_ZOOMOUT, 0.25f),
+                                                ping("hi", KAR_EVENT_SELECT)}));
   EXPECT_EQ(b.tick(KAR_EVENT_OPEN), Commands{ping("there")});
 }
 
@@ -146,8 +160,9 @@ TEST_F(CKDecideClock, PlaybackPushesTheRecordingOneCommandPerTick) {
 }
 
 TEST_F(CKDecideClock, AtRowsFireOnEveryTickOfTheirTime) {
-  load("AT MAAAAAAAAAA0000AA PING hour\nAT W2026AA0410AAAAAA PING thursday\nAT MAAAAAAAAAAAAAA02 PING second\n"
-       "AT X2026AAAAAAAAAAAA PING never\nAT MAAAA PING short\n");
+  load(
+      "AT MAAAAAAAAAA0000AA PING hour\nAT W2026AA0410AAAAAA PING thursday\nAT MAAAAAAAAAAAAAA02 PING second\n"
+      "AT X2026AAAAAAAAAAAA PING never\nAT MAAAA PING short\n");
   clock.set(2026, 10, 22, 4, 10, 0, 0);
   EXPECT_EQ(b.tick(), (Commands{ping("hour"), ping("thursday")}));
   EXPECT_EQ(b.tick(), (Commands{ping("hour"), ping("thursday"), ping("second")}));
@@ -195,7 +210,9 @@ TEST_F(CKDecideClock, TraceRecordsRowsResetsAndTicks) {
   const std::string path = dir.file("trace.txt");
   ASSERT_EQ(b.table.DEOpenTrace(path.c_str(), 0), 1);
   // The quoted token "" is a lone quote: the character after an opening quote is always taken.
-  load("ON select CALL \"\"\nON open CALL walk\nIN \"\"\" PLAY x.wav\nIN walk RETURN\nAT MAAAAAAAAAAAAAA01 NULL\n");
+  load(
+      "ON select CALL \"\"\nON open CALL walk\nIN \"\"\" PLAY x.wav\nIN walk RETURN\nAT MAAAAAAAAAAAAAA01 "
+      "NULL\n");
   clock.set(2026, 10, 22, 0, 9, 5, 3);
   b.tick(KAR_EVENT_SELECT);
   b.tick(KAR_EVENT_OPEN);
@@ -217,7 +234,7 @@ TEST_F(CKDecideClock, TraceRecordsRowsResetsAndTicks) {
   std::vector<std::string> expected = {
       "IN MAAAAAAAAAAAAAA01 NULL []",  // AT rows are labelled IN ...
       "ON select CALL [\"]",
-      "AT \" PLAY [x.wav]",            // ... and IN rows AT
+      "AT \" PLAY [x.wav]",  // ... and IN rows AT
       "2026/10/22[0]  9:5:3 [1]",
       "ON open CALL [walk]",
       "AT walk RETURN []",

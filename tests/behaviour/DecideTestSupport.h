@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "ActionRowInternals.h"
+#include "ClockSource.h"
+#include "DecideInternals.h"
 #include "KDecide.h"
 #include "KFIFO.h"
 #include "TestSupport.h"
-#include "ClockSource.h"
-#include "DecideInternals.h"
 
 namespace kutil::test {
 
@@ -23,12 +23,15 @@ inline CKActionRow* rowAt(CKDecide& table, int index) {
 
 inline int rowCount(CKDecide& table) {
   int n = 0;
-  for (CKActionRow* r = detail::DecideAccess::firstRow(table); r != nullptr; r = detail::ActionRowAccess::next(*r)) ++n;
+  for (CKActionRow* r = detail::DecideAccess::firstRow(table); r != nullptr;
+       r = detail::ActionRowAccess::next(*r))
+    ++n;
   return n;
 }
 
 /// Writes text as a behaviour file in dir and loads it into table; returns DELoadFromFile's result.
-inline int loadText(CKDecide& table, const TempDir& dir, const std::string& text, const char* name = "t.kvc") {
+inline int loadText(CKDecide& table, const TempDir& dir, const std::string& text,
+                    const char* name = "t.kvc") {
   const std::string path = dir.file(name);
   writeFile(path, text);
   return table.DELoadFromFile(path.c_str());
@@ -64,7 +67,8 @@ inline std::vector<Command> drain(CKFIFO& fifo) {
   int flags = 0;
   float magnitude = 0.0f;
   char text[KFI_TEXT_LEN + 1];
-  while (fifo.FIPopFIFOCommand(&code, &magnitude, text, &flags)) out.push_back({code, magnitude, text, flags});
+  while (fifo.FIPopFIFOCommand(&code, &magnitude, text, &flags))
+    out.push_back({code, magnitude, text, flags});
   return out;
 }
 

@@ -60,7 +60,10 @@ TEST(CKFIFO, CopiesSelectByMaskRewriteFlagsAndDropWhatDoesNotFit) {
   fifo.FIPushFIFOCommand(1, 1.0f, "a", 1);
   fifo.FIPushFIFOCommand(2, 1.0f, "b", 2);
   fifo.FIPushFIFOCommand(3, 1.0f, "c", 17);
-  struct Case { int mask, mode, result; const char* copied; };
+  struct Case {
+    int mask, mode, result;
+    const char* copied;
+  };
   const Case cases[] = {
       {KFI_SELECT_ALL, 3, 1, "1a3,2b3,3c3,"},
       {KFI_SELECT_ALL, KFI_MODE_KEEP, 1, "1a1,2b2,3c17,"},
@@ -88,7 +91,12 @@ TEST(CKFIFO, CopiesSelectByMaskRewriteFlagsAndDropWhatDoesNotFit) {
 }
 
 TEST(KUGetMagnitudeForFIFOInput, StandardStepsByMotionKind) {
-  struct Case { int flags; float scale; int code; float expected; };
+  struct Case {
+    int flags;
+    float scale;
+    int code;
+    float expected;
+  };
   // Exact comparisons: the quotient is taken in single precision, the fine step in double.
   const Case cases[] = {
       {0, 1.5f, KAR_MOTION_FORWARD, 0.2f},
@@ -98,7 +106,9 @@ TEST(KUGetMagnitudeForFIFOInput, StandardStepsByMotionKind) {
       {KFI_FLAG_FINE, 7.0f, KAR_MOTION_ROLLRIGHT, static_cast<float>(0.002)},
       {0, 3.0f, KAR_CMD_ZOOMIN, 1.0f},
       {KFI_FLAG_FINE, 3.0f, KAR_CMD_ZOOMOUT, 0.1f},
-      {0, 1.0f, 9, -1.0f}, {0, 1.0f, KAR_MOTION_AUTOLEVEL, -1.0f}, {0, 1.0f, 80, -1.0f},
+      {0, 1.0f, 9, -1.0f},
+      {0, 1.0f, KAR_MOTION_AUTOLEVEL, -1.0f},
+      {0, 1.0f, 80, -1.0f},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.code);

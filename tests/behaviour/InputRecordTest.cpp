@@ -35,8 +35,9 @@ TEST(CKInputRecord, StoresRunsAfterTheInitialEntryAndDropsOneNullAfterACancel) {
   EXPECT_EQ(recorder.IRStoreCommand(0, 0, "", 0), 1);
   EXPECT_EQ(recorder.IRTerminate(), 1);
   EXPECT_EQ(recorder.IRIsStoring(), 0);
-  EXPECT_EQ(kutil::test::readLines(path), (Items{"[CM][1]0[MG][2]-1[TX][0][RP][1]0", "[CM][1]1[MG][1]0[TX][1]a[RP][1]2",
-                                                 "[CM][1]5[MG][1]4[TX][0][RP][1]0", "[CM][1]0[MG][1]0[TX][0][RP][1]0"}));
+  EXPECT_EQ(kutil::test::readLines(path),
+            (Items{"[CM][1]0[MG][2]-1[TX][0][RP][1]0", "[CM][1]1[MG][1]0[TX][1]a[RP][1]2",
+                   "[CM][1]5[MG][1]4[TX][0][RP][1]0", "[CM][1]0[MG][1]0[TX][0][RP][1]0"}));
   EXPECT_EQ(playAll(path), (Items{"0/-1/", "1/0/a", "1/0/a", "1/0/a", "5/4/", "0/0/"}));
 }
 
@@ -47,7 +48,8 @@ TEST(CKInputRecord, PlaybackPairsFlaggedCommandsAndReadsLinesLeniently) {
     Items played;
   } cases[] = {
       // Two flagged commands in a row: the first is marked with bit 8.
-      {"[CM][1]5[MG][1]4[TX][1]p[RP][1]0\n[CM][1]6[MG][1]4[TX][1]q[RP][1]0\n[CM][1]7[MG][1]0[TX][0][RP][1]0\n",
+      {"[CM][1]5[MG][1]4[TX][1]p[RP][1]0\n[CM][1]6[MG][1]4[TX][1]q[RP][1]0\n[CM][1]7[MG][1]0[TX][0][RP][1]"
+       "0\n",
        {"5/12/p", "6/4/q", "7/0/"}},
       // The look-ahead returns the next run as often as recorded; a flagged last line comes alone.
       {"[CM][1]5[MG][1]4[TX][0][RP][1]0\n[CM][1]6[MG][1]0[TX][0][RP][1]2\n[CM][1]9[MG][1]4[TX][0][RP][1]0\n",

@@ -28,13 +28,19 @@ std::string rowTexts(CKDecide& table) {
 }
 
 TEST(CKDecideFile, ReaderOutcomesErrorIdsAndComments) {
-  struct Case { std::string text; int result, rows; unsigned int error; const char* comment; };
+  struct Case {
+    std::string text;
+    int result, rows;
+    unsigned int error;
+    const char* comment;
+  };
   const Case cases[] = {
       {"ON select CALL walk IN walk NULL\n", 1, 2, KDE_ERROR_NONE, ""},
       {"\n# ON select NULL\n\t \r\nON open NULL # ON cut NULL\nON copy NULL#x\n", 1, 2, KDE_ERROR_NONE, "#x"},
       {"ON select NULL\n]AVR[ ON open NULL\nON cut NULL\n", 1, 1, KDE_ERROR_NONE, ""},
       {"ON select NULL ]AVR[ ON open NULL\n", 1, 1, KDE_ERROR_NONE, "]AVR[ ON open NULL"},
-      {"ON select CALL walk\nIN walk MOVE SIDEWAYS BY 2\nON open NULL\n", 0, 2, KDE_ERROR_MOTION, "MOVE SIDEWAYS BY 2"},
+      {"ON select CALL walk\nIN walk MOVE SIDEWAYS BY 2\nON open NULL\n", 0, 2, KDE_ERROR_MOTION,
+       "MOVE SIDEWAYS BY 2"},
       {"ON select NULL JUMP high\n", 0, 1, KDE_ERROR_UNKNOWN_WORD, "JUMP high"},
       {"NULL\nON select NULL\n", 0, 0, KDE_ERROR_ACTION, "NULL"},
       // A trigger without its token makes no row; an action without its token is not applied.
@@ -61,12 +67,12 @@ TEST(CKDecideFile, ReaderFieldsTokensAndPrefixes) {
   CKDecide table;
   ASSERT_EQ(loadText(table, dir,
                      "IN walk MOVE FORWARD BY 2 FOR 3\n"
-                     "INTO PLAYBACKrec.txt\n"                        // IN with the name TO
-                     "ONselect PLAYx RUNbook\n"                      // the later action wins
-                     "ON open GOTO \"C:\\My Files\\x.kvc\"NULL\n"   // the closing quote ends the token
-                     "ON cut RUN \"\"\n"                             // the character after a quote is taken
+                     "INTO PLAYBACKrec.txt\n"                      // IN with the name TO
+                     "ONselect PLAYx RUNbook\n"                    // the later action wins
+                     "ON open GOTO \"C:\\My Files\\x.kvc\"NULL\n"  // the closing quote ends the token
+                     "ON cut RUN \"\"\n"                           // the character after a quote is taken
                      "ON copy LOAD \"open end\n"
-                     "ON bump STOP\n"),                              // unknown event: kept, but unset
+                     "ON bump STOP\n"),  // unknown event: kept, but unset
             1);
   EXPECT_EQ(rowTexts(table),
             "IN walk MOVE FORWARD BY 2.000000 FOR 3 \n"
@@ -114,11 +120,14 @@ TEST(CKDecideFile, WriterProducesTheExactText) {
   EXPECT_TRUE(fileExists(path));
   EXPECT_EQ(readText(path), "");
 
-  ASSERT_EQ(loadText(table, dir, "ON select CALL spin\nIN spin MOVE TURNLEFT BY 0.5 FOR 4\nON open MOVE AUTOLEVEL\n"
-                                  "ON cut ZOOMOUT BY 1.25\nON copy RUN\nAT W2026AA0000AAAA STOP FOR 0\n"), 1);
+  ASSERT_EQ(loadText(table, dir,
+                     "ON select CALL spin\nIN spin MOVE TURNLEFT BY 0.5 FOR 4\nON open MOVE AUTOLEVEL\n"
+                     "ON cut ZOOMOUT BY 1.25\nON copy RUN\nAT W2026AA0000AAAA STOP FOR 0\n"),
+            1);
   ASSERT_EQ(table.DEStoreToFile(path.c_str()), 1);
-  EXPECT_EQ(readText(path), "\nON select CALL \"spin\" \nIN spin MOVE TURNLEFT BY 0.500000 FOR 4 \nON open MOVE AUTOLEVEL "
-                            "\nON cut ZOOMOUT BY 1.250000 \nON copy RUN \nAT W2026AA0000AAAA STOP FOR 0 ");
+  EXPECT_EQ(readText(path),
+            "\nON select CALL \"spin\" \nIN spin MOVE TURNLEFT BY 0.500000 FOR 4 \nON open MOVE AUTOLEVEL "
+            "\nON cut ZOOMOUT BY 1.250000 \nON copy RUN \nAT W2026AA0000AAAA STOP FOR 0 ");
 
   // A row with neither event nor grouping stops the store after its row-type keyword.
   ASSERT_EQ(loadText(table, dir, "ON bump NULL\n"), 1);
@@ -131,11 +140,13 @@ TEST(CKDecideFile, WriterProducesTheExactText) {
 TEST(CKDecideFile, StoredTablesReadBackTheSame) {
   TempDir dir;
   CKDecide table;
-  ASSERT_EQ(loadText(table, dir,
-                     "ON select CALL door FOR 2\nON open PLAYBACK \"rec.txt\"\nAT MAAAAAAAAAA0000AA PING noon\n"
-                     "IN door MOVE SHIFTRIGHT BY -0.25 FOR 3\nIN door ZOOMIN BY 2\nIN door USERGOTO \"C:\\a b\\c.kvc\"\n"
-                     "IN door REPLACE x\nIN door DELETE\nIN door COPY\nIN door PLAY w.wav\nIN door RETURN\n"),
-            1);
+  ASSERT_EQ(
+      loadText(
+          table, dir,
+          "ON select CALL door FOR 2\nON open PLAYBACK \"rec.txt\"\nAT MAAAAAAAAAA0000AA PING noon\n"
+          "IN door MOVE SHIFTRIGHT BY -0.25 FOR 3\nIN door ZOOMIN BY 2\nIN door USERGOTO \"C:\\a b\\c.kvc\"\n"
+          "IN door REPLACE x\nIN door DELETE\nIN door COPY\nIN door PLAY w.wav\nIN door RETURN\n"),
+      1);
   const std::string first = dir.file("first.kvc");
   const std::string second = dir.file("second.kvc");
   ASSERT_EQ(table.DEStoreToFile(first.c_str()), 1);

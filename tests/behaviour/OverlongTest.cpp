@@ -9,25 +9,25 @@
 #include <string>
 #include <vector>
 
+#include "DecideTestSupport.h"
 #include "KActionRow.h"
 #include "KDecide.h"
 #include "KFIFO.h"
 #include "KInputRecord.h"
 #include "Overlong.h"
 #include "TestSupport.h"
-#include "DecideTestSupport.h"
 
 namespace {
 
 using kutil::test::Behaviour;
+using kutil::test::kLong;
+using kutil::test::longText;
+using kutil::test::OutBuffer;
 using kutil::test::readLines;
 using kutil::test::rowAt;
 using kutil::test::rowCount;
 using kutil::test::TempDir;
 using kutil::test::writeFile;
-using kutil::test::kLong;
-using kutil::test::longText;
-using kutil::test::OutBuffer;
 
 std::string junkBytes() {
   std::string junk;
@@ -122,8 +122,10 @@ TEST(CKActionRowOverlong, KeywordsFitTheirDocumentedCapacities) {
     OutBuffer event(9);
     OutBuffer action(9);
     OutBuffer motion(11);
-    if (CKActionRow::ARGetTextForRowType(code, rowType.data())) EXPECT_TRUE(rowType.terminated()) << code;
-    else EXPECT_TRUE(rowType.untouched()) << code;
+    if (CKActionRow::ARGetTextForRowType(code, rowType.data()))
+      EXPECT_TRUE(rowType.terminated()) << code;
+    else
+      EXPECT_TRUE(rowType.untouched()) << code;
     if (CKActionRow::ARGetTextForEventType(code, event.data())) {
       EXPECT_TRUE(event.terminated()) << code;
       int back = -1;
@@ -132,10 +134,14 @@ TEST(CKActionRowOverlong, KeywordsFitTheirDocumentedCapacities) {
     } else {
       EXPECT_TRUE(event.untouched()) << code;
     }
-    if (CKActionRow::ARGetTextForActionType(code, action.data())) EXPECT_TRUE(action.terminated()) << code;
-    else EXPECT_TRUE(action.untouched()) << code;
-    if (CKActionRow::ARGetTextForMotionType(code, motion.data())) EXPECT_TRUE(motion.terminated()) << code;
-    else EXPECT_TRUE(motion.untouched()) << code;
+    if (CKActionRow::ARGetTextForActionType(code, action.data()))
+      EXPECT_TRUE(action.terminated()) << code;
+    else
+      EXPECT_TRUE(action.untouched()) << code;
+    if (CKActionRow::ARGetTextForMotionType(code, motion.data()))
+      EXPECT_TRUE(motion.terminated()) << code;
+    else
+      EXPECT_TRUE(motion.untouched()) << code;
   }
   int code = 7;
   EXPECT_EQ(CKActionRow::ARGetEventTypeFromText(&code, ("select" + longText('x')).c_str()), 0);
@@ -175,7 +181,8 @@ TEST(CKInputRecordOverlong, StoredLongTextsPlayBackCutToTheField) {
     EXPECT_EQ(recorder.IRStoreCommand(33, 0, (longText('q', 100) + "\n" + longText('r')).c_str(), 0), 1);
     EXPECT_EQ(recorder.IRTerminate(), 1);
   }
-  for (const std::string& line : readLines(file)) EXPECT_LT(line.size(), static_cast<std::size_t>(KIR_LINE_LEN));
+  for (const std::string& line : readLines(file))
+    EXPECT_LT(line.size(), static_cast<std::size_t>(KIR_LINE_LEN));
 
   CKInputRecord player;
   ASSERT_EQ(player.IRSetFileName(file.c_str(), KIR_MODE_PLAY), 1);
@@ -205,7 +212,8 @@ TEST(CKInputRecordOverlong, StoredLongTextsPlayBackCutToTheField) {
 
 TEST(CKInputRecordOverlong, LongLinesAndJunkEndPlaybackCleanly) {
   TempDir dir;
-  const std::string tooLong = "[CM][2]31[MG][1]0[TX][10000]" + longText('x') + "[RP][1]0\n[CM][2]32[MG][1]0[TX][1]y[RP][1]0\n";
+  const std::string tooLong =
+      "[CM][2]31[MG][1]0[TX][10000]" + longText('x') + "[RP][1]0\n[CM][2]32[MG][1]0[TX][1]y[RP][1]0\n";
   const std::string hugeLength = "[CM][2]31[MG][1]0[TX][99999999999]z[RP][1]0\n";
   const std::string inputs[] = {tooLong, hugeLength, junkBytes(), longText('\n'), ""};
   for (const std::string& content : inputs) {
@@ -264,7 +272,8 @@ TEST(CKDecideOverlong, LongLinesFailAtTheirRemainderKeepingCutRows) {
 
   // Tokens that nearly fill the 259-character line are kept whole.
   const std::string quoted = dir.file("quoted.kvc");
-  ASSERT_TRUE(writeFile(quoted, "ON select PLAY \"" + longText('q', 240) + "\"\nON open RUN " + longText('r', 240) + "\n"));
+  ASSERT_TRUE(writeFile(
+      quoted, "ON select PLAY \"" + longText('q', 240) + "\"\nON open RUN " + longText('r', 240) + "\n"));
   CKDecide second;
   second.DEInitialise();
   ASSERT_EQ(second.DELoadFromFile(quoted.c_str()), 1);
@@ -278,8 +287,13 @@ TEST(CKDecideOverlong, LongLinesFailAtTheirRemainderKeepingCutRows) {
 
 TEST(CKDecideOverlong, JunkFilesAndBadPathsNeverCrash) {
   TempDir dir;
-  const std::string inputs[] = {junkBytes(), longText('\n'), longText('"'), longText(' ') + "ON", "ON " + longText('x'),
-                                "ON select FOR " + longText('9'), "ON select BY " + longText('9'),
+  const std::string inputs[] = {junkBytes(),
+                                longText('\n'),
+                                longText('"'),
+                                longText(' ') + "ON",
+                                "ON " + longText('x'),
+                                "ON select FOR " + longText('9'),
+                                "ON select BY " + longText('9'),
                                 "ON select MOVE " + longText('M')};
   for (const std::string& content : inputs) {
     const std::string file = dir.file("junk.kvc");
@@ -361,9 +375,9 @@ TEST(CKDecideOverlong, ClockCarriesFullLengthTextsIntoTheOutput) {
   TempDir dir;
   const std::string file = dir.file("clock.kvc");
   // The call names a group longer than the call stack can hold; the PLAYBACK names no file.
-  ASSERT_TRUE(writeFile(file, "ON open CALL " + longText('c', 200) +
-                                  "\nON cut PLAYBACK " + longText('b', 240) + "\nIN " + longText('c', 200) +
-                                  " PLAY x\nIN " + longText('c', 200) + " RETURN\n"));
+  ASSERT_TRUE(writeFile(file, "ON open CALL " + longText('c', 200) + "\nON cut PLAYBACK " +
+                                  longText('b', 240) + "\nIN " + longText('c', 200) + " PLAY x\nIN " +
+                                  longText('c', 200) + " RETURN\n"));
   Behaviour b;
   ASSERT_EQ(b.table.DELoadFromFile(file.c_str()), 1);
   // A row given an overlong text through the interface, put first so that select finds it.
@@ -405,7 +419,8 @@ TEST(CKDecideOverlong, ClockCarriesFullLengthTextsIntoTheOutput) {
     for (const auto& command : out) EXPECT_LE(command.text.size(), static_cast<std::size_t>(KFI_TEXT_LEN));
   }
   EXPECT_EQ(b.table.DECloseTrace(), 1);
-  EXPECT_NE(kutil::test::readFile(trace).find("[" + longText('g', KAR_TEXTDATA_LEN) + "]"), std::string::npos);
+  EXPECT_NE(kutil::test::readFile(trace).find("[" + longText('g', KAR_TEXTDATA_LEN) + "]"),
+            std::string::npos);
 
   CKDecide copy;
   copy.DEInitialise();

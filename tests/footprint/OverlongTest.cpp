@@ -113,8 +113,9 @@ TEST(CKFootPrintHostileSize, TenThousandVerticesStayConsistent) {
   const int n = 10000;
   for (int k = 0; k < n; ++k) {
     const double a = 2.0 * 3.14159265358979 * k / n;
-    ASSERT_EQ(fp.FPAddVertex(static_cast<float>(50.0 * std::cos(a)), 0.0f, static_cast<float>(50.0 * std::sin(a))),
-              1);
+    ASSERT_EQ(
+        fp.FPAddVertex(static_cast<float>(50.0 * std::cos(a)), 0.0f, static_cast<float>(50.0 * std::sin(a))),
+        1);
   }
   ASSERT_EQ(fp.FPUpdateVertexDependencies(), 1);
   int count = 0;

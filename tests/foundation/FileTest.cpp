@@ -14,8 +14,9 @@ namespace {
 using namespace kutil::test;
 
 TEST(KUFileType, EndingsInTableOrderAndIconsByContent) {
-  const std::pair<const char*, int> names[] = {{"PHOTO.BMP", 3}, {"x.Bmp", 3},   {"readme", 1},  {"saver.scr", 22},
-                                               {"notes.txt", 23}, {"panel.CPL", 14}, {"a.kkp", 19}, {"bmp", 1}};
+  const std::pair<const char*, int> names[] = {{"PHOTO.BMP", 3},  {"x.Bmp", 3},      {"readme", 1},
+                                               {"saver.scr", 22}, {"notes.txt", 23}, {"panel.CPL", 14},
+                                               {"a.kkp", 19},     {"bmp", 1}};
   for (const auto& [name, type] : names) EXPECT_EQ(KUGetFileType(name), type) << name;
   TempDir dir;
   writeFile(dir.file("bm.ico"), "BM345678rest");

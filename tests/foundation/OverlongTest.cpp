@@ -18,12 +18,12 @@
 
 namespace {
 
-using kutil::test::readFile;
-using kutil::test::TempDir;
-using kutil::test::writeFile;
 using kutil::test::kLong;
 using kutil::test::longText;
 using kutil::test::OutBuffer;
+using kutil::test::readFile;
+using kutil::test::TempDir;
+using kutil::test::writeFile;
 
 // A 10,000-character line, binary junk with zero bytes and stray brackets.
 std::string junkBytes() {
@@ -282,7 +282,8 @@ TEST(KUOverlongFile, PathPartsFitTheirBuffers) {
   OutBuffer path(261);
   ASSERT_EQ(KUGetPathFromFile(path.data(), (longText('d') + "\\name.txt").c_str()), 1);
   EXPECT_TRUE(path.terminated());
-  ASSERT_EQ(KUGetPathFromFile(path.data(), ("C:\\" + longText('d', 200) + "\\" + longText('e', 200) + "\\x").c_str()),
+  ASSERT_EQ(KUGetPathFromFile(path.data(),
+                              ("C:\\" + longText('d', 200) + "\\" + longText('e', 200) + "\\x").c_str()),
             1);
   EXPECT_TRUE(path.terminated());
   EXPECT_LE(path.str().size(), 260u);

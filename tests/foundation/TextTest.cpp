@@ -23,7 +23,8 @@ struct Row {
 template <size_t N, class F>
 void checkRows(const Row (&rows)[N], F call) {
   for (const Row& r : rows) {
-    SCOPED_TRACE(std::string(r.a ? r.a : "null") + " | " + (r.b ? r.b : "null") + " | " + std::to_string(r.n));
+    SCOPED_TRACE(std::string(r.a ? r.a : "null") + " | " + (r.b ? r.b : "null") + " | " +
+                 std::to_string(r.n));
     char out[300] = "keep";
     EXPECT_EQ(call(r, out), r.status);
     EXPECT_STREQ(out, r.out);
@@ -77,7 +78,8 @@ TEST(KUSegments, ExtractFieldWalksByLengthAndFailsWithoutWriting) {
 }
 
 TEST(KUCopyCompare, SafeStrncpyIgnoresTruncationAndStrNIcmpOneMeansEqual) {
-  const Row copies[] = {{"abcdef", "", 3, 1, "abc"}, {"ab", "", 0, 1, ""}, {"ab", "", -1, 0, ""}, {nullptr, "", 4, 1, ""}};
+  const Row copies[] = {
+      {"abcdef", "", 3, 1, "abc"}, {"ab", "", 0, 1, ""}, {"ab", "", -1, 0, ""}, {nullptr, "", 4, 1, ""}};
   checkRows(copies, [](const Row& r, char* out) { return KUSafeStrncpy(out, r.a, r.n); });
   const Row compares[] = {{"C:/Dir", "c:\\dIR", 6, 1, "keep"}, {"abc", "abd", 2, 1, "keep"},
                           {"abc", "abd", 3, 0, "keep"},        {"ab", "abc", 3, 0, "keep"},
@@ -88,8 +90,11 @@ TEST(KUCopyCompare, SafeStrncpyIgnoresTruncationAndStrNIcmpOneMeansEqual) {
 }
 
 TEST(KUNumbers, FirstCharacterRuleAndClamping) {
-  const Row ints[] = {{" 5", "", 0, 0, "0"}, {"+7x", "", 0, 1, "7"}, {"-", "", 0, 1, "0"},
-                      {"", "", 0, 0, "0"},   {"99999999999999", "", 0, 1, "2147483647"}};
+  const Row ints[] = {{" 5", "", 0, 0, "0"},
+                      {"+7x", "", 0, 1, "7"},
+                      {"-", "", 0, 1, "0"},
+                      {"", "", 0, 0, "0"},
+                      {"99999999999999", "", 0, 1, "2147483647"}};
   checkRows(ints, [](const Row& r, char* out) {
     int i = 99;
     const int status = KUSafeATOI(r.a, &i);
@@ -128,11 +133,14 @@ TEST(KUShaping, InPlaceShapers) {
 }
 
 TEST(KUShaping, ReverseKeepsTheEndsAndCutStringCountsEmptyFields) {
-  const Row reversed[] = {{"abcd", "", 0, 1, "acbd"}, {"abcde", "", 0, 1, "adcbe"}, {"ab", "", 0, 1, "ab"},
-                          {"a", "", 0, 1, "aa"},      {"", "", 0, 0, "keep"}};
+  const Row reversed[] = {{"abcd", "", 0, 1, "acbd"},
+                          {"abcde", "", 0, 1, "adcbe"},
+                          {"ab", "", 0, 1, "ab"},
+                          {"a", "", 0, 1, "aa"},
+                          {"", "", 0, 0, "keep"}};
   checkRows(reversed, [](const Row& r, char* out) { return KUReverse(out, r.a); });
-  const Row cuts[] = {{"a|b||d", "", 2, 1, ""},         {"a|b||d", "", 3, 1, "d"},   {"a|b||d", "", 0, 1, "a"},
-                      {"a|b||d", "", 4, 0, "keep"},     {"a|b|", "", 2, 0, "keep"},  {"", "", 0, 0, "keep"}};
+  const Row cuts[] = {{"a|b||d", "", 2, 1, ""},     {"a|b||d", "", 3, 1, "d"},  {"a|b||d", "", 0, 1, "a"},
+                      {"a|b||d", "", 4, 0, "keep"}, {"a|b|", "", 2, 0, "keep"}, {"", "", 0, 0, "keep"}};
   checkRows(cuts, [](const Row& r, char* out) { return KUCutString(r.a, '|', r.n, out); });
 }
 
@@ -170,7 +178,8 @@ TEST(KUNullSafety, NullTextsNeverCrash) {
   EXPECT_EQ(KUMkLineSegment(out, nullptr, nullptr, &len), 1);
   EXPECT_STREQ(out, "[0]");
   EXPECT_EQ(KUEncloseInQuotes(nullptr) + KUStripQuotes(nullptr) + KUCutString(nullptr, '|', 0, out), 0);
-  EXPECT_EQ(KUGetSimpleArgument(nullptr, out) + KUGetLastPathElement(out, nullptr) + KUGetDateTime(nullptr), 0);
+  EXPECT_EQ(KUGetSimpleArgument(nullptr, out) + KUGetLastPathElement(out, nullptr) + KUGetDateTime(nullptr),
+            0);
 }
 
 }  // namespace

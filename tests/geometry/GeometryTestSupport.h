@@ -21,8 +21,8 @@ inline _D3DVECTOR vec(float x, float y, float z) {
 inline ::testing::AssertionResult nearVec(const _D3DVECTOR& a, float x, float y, float z, float tol = 1e-5f) {
   if (std::fabs(a.x - x) <= tol && std::fabs(a.y - y) <= tol && std::fabs(a.z - z) <= tol)
     return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure() << "(" << a.x << ", " << a.y << ", " << a.z << ") is not within " << tol
-                                       << " of (" << x << ", " << y << ", " << z << ")";
+  return ::testing::AssertionFailure() << "(" << a.x << ", " << a.y << ", " << a.z << ") is not within "
+                                       << tol << " of (" << x << ", " << y << ", " << z << ")";
 }
 
 inline ::testing::AssertionResult nearVec(const _D3DVECTOR& a, const _D3DVECTOR& b, float tol = 1e-5f) {

@@ -96,7 +96,6 @@ TEST(CKMarkerListOverlong, FullLengthNamesAreSavedWhole) {
   EXPECT_EQ(list.MLSaveToFile(nullptr), 0);
 }
 
-
 TEST(KUGeometryNull, NullPointersAreRefusedWithoutWriting) {
   const _D3DVECTOR v = {1.0f, 2.0f, 3.0f};
   _D3DVECTOR out = {9.0f, 9.0f, 9.0f};

@@ -44,7 +44,8 @@ TEST_F(Animation, FrameThatCannotBeGatheredKeepsItsName) {
   writeFile(content + "a.bmp", "a");
   writeFile(path, content + "a.bmp\n" + content + "missing.bmp\n");
   EXPECT_EQ(KUCopyANBFileParts(path.c_str(), package.c_str()), 0);
-  EXPECT_EQ(kutil::test::readLines(path), (std::vector<std::string>{package + "a.bmp", content + "missing.bmp"}));
+  EXPECT_EQ(kutil::test::readLines(path),
+            (std::vector<std::string>{package + "a.bmp", content + "missing.bmp"}));
   EXPECT_EQ(readFile(package + "a.bmp"), "a");
   EXPECT_FALSE(fileExists(path + ".TMP"));
 }

@@ -47,7 +47,8 @@ TEST(KUCopyToTarget, CopiesOnceNeverOverwritesAndNamesTheSourceInTheComment) {
 TEST(KUCopyToTarget, SkyFaceBringsItsCompanions) {
   TempDir source, target;
   const std::string to = target.file("");
-  for (const char* face : {"fw", "rh", "bk", "lf", "up"}) writeFile(source.file(std::string("sky_") + face + ".bmp"), face);
+  for (const char* face : {"fw", "rh", "bk", "lf", "up"})
+    writeFile(source.file(std::string("sky_") + face + ".bmp"), face);
   writeFile(to + "sky_up.bmp", "already");
   char out[264] = "";
   ASSERT_EQ(KUCopyToTarget(source.file("sky_rh.bmp").c_str(), to.c_str(), out), 1);

@@ -30,8 +30,9 @@ TEST_F(SceneList, ConvertKeepsCommentsNormalisesLineEndsAndPutsAStaleTemporaryIn
   list("# scene list\r\n\r\n" + home + "viewer.exe\r\n/abs/hall.kwq\r\n");
   EXPECT_EQ(KUIsKSLFileNormalised(m_path.c_str()), 0);
   ASSERT_EQ(KUConvertKSLToRelative(m_path.c_str()), 1);
-  EXPECT_EQ(readFile(m_path), joinLines({"# scene list", "", "?KALDOHOMEDIR?" + std::string(1, kSep) +
-                                         "viewer.exe", "?KALDOKWQDIR?hall.kwq"}));
+  EXPECT_EQ(readFile(m_path),
+            joinLines({"# scene list", "", "?KALDOHOMEDIR?" + std::string(1, kSep) + "viewer.exe",
+                       "?KALDOKWQDIR?hall.kwq"}));
   EXPECT_EQ(KUIsKSLFileNormalised(m_path.c_str()), 1);
   char comment[264];
   KUGetComment(comment);

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "KDecide.h"
-#include "KVGen.h"
 #include "KNormalise.h"
 #include "KPathVars.h"
 #include "KText.h"
+#include "KVGen.h"
 #include "NormaliseTestSupport.h"
 
 namespace {
@@ -37,9 +37,11 @@ TEST_F(BehaviourFile, ConvertRelativisesFileActionsButNeverCallOrPing) {
   const std::string c = makeSubDir(m_dir, "content"), home = makeSubDir(m_dir, "kaldo");
   ASSERT_EQ(KUSetNormalisationVariables("/w", "/w/s", "/p", home.substr(0, home.size() - 1).c_str()), 1);
   const std::pair<const char*, std::string> rows[] = {
-      {"select REPLACE", c + "box.kwq"}, {"open PLAY", c + "bump.wav"},     {"collide RUN", home + "tool.exe"},
-      {"copy GOTO", c + "hall.kwq"},     {"cut PLAYBACK", c + "walk.kiq"},  {"delete USERGOTO", c + "x.kwq"},
-      {"ping CALL", c + "spin.wav"},     {"property PING", c + "obj.kwq"}, {"impact LOAD", "?KALDOKWQDIR?done.kwq"}};
+      {"select REPLACE", c + "box.kwq"},       {"open PLAY", c + "bump.wav"},
+      {"collide RUN", home + "tool.exe"},      {"copy GOTO", c + "hall.kwq"},
+      {"cut PLAYBACK", c + "walk.kiq"},        {"delete USERGOTO", c + "x.kwq"},
+      {"ping CALL", c + "spin.wav"},           {"property PING", c + "obj.kwq"},
+      {"impact LOAD", "?KALDOKWQDIR?done.kwq"}};
   std::string text;
   for (const auto& [action, name] : rows) text += "ON " + std::string(action) + " \"" + name + "\"\n";
   const std::string path = kvc("door.kvc", text);
@@ -96,13 +98,15 @@ TEST_F(BehaviourFile, CyclesEndAndTheLastNestedConversionDecides) {
   EXPECT_EQ(rowTexts(a), (Texts{"?KALDOKWQDIR?gone.kvc"}));
   EXPECT_EQ(comment(), gone);
   writeFile(b, "ON select PLAY \"/a/b.wav\"\n");
-  writeFile(a, "ON select LOAD \"" + gone + "\"\nON open LOAD \"" + b + "\"\nON copy LOAD \"" + gone + "\"\n");
+  writeFile(a,
+            "ON select LOAD \"" + gone + "\"\nON open LOAD \"" + b + "\"\nON copy LOAD \"" + gone + "\"\n");
   EXPECT_EQ(KUConvertKCVToRelative(a.c_str()), 0);
   EXPECT_EQ(comment(), gone);
 }
 
 TEST_F(BehaviourFile, FilesThatDoNotLoadOrStoreAreKeptAsTheyWere) {
-  const std::string unstorable = "ON select PLAY \"/c/a.wav\"\nON bump STOP\n";  // no event: the writer refuses
+  const std::string unstorable =
+      "ON select PLAY \"/c/a.wav\"\nON bump STOP\n";  // no event: the writer refuses
   const std::string unloadable = "ON select PLAY \"/c/a.wav\"\nON open MOVE SIDEWAYS\n";
   const std::string variable = "ON select PLAY \"?KALDOKWQDIR?a.wav\"\nON bump STOP\n";
   const std::string first = kvc("first.kvc", unstorable), second = kvc("second.kvc", unloadable);
@@ -145,9 +149,10 @@ TEST_F(BehaviourFile, GatheringTwiceRecopiesFilesButNotBehaviourFiles) {
   writeFile(source + "c.wav", "c1");
   writeFile(source + "b.kvc", "ON select PLAY \"" + source + "c.wav\"\n");
   writeFile(target + "d.wav", "already here");
-  const std::string path = kvc("door.kvc", "ON select PLAY \"" + source + "a.wav\"\nON open LOAD \"" + source +
-                                               "b.kvc\"\nON copy PLAY \"" + source + "missing.wav\"\n" +
-                                               "ON cut PLAY \"" + target + "d.wav\"\nON ping CALL spin\n");
+  const std::string path =
+      kvc("door.kvc", "ON select PLAY \"" + source + "a.wav\"\nON open LOAD \"" + source +
+                          "b.kvc\"\nON copy PLAY \"" + source + "missing.wav\"\n" + "ON cut PLAY \"" +
+                          target + "d.wav\"\nON ping CALL spin\n");
   auto gather = [&](const std::string& into) {
     CKDecide table;
     table.DEInitialise();

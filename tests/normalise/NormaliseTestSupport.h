@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "TestSupport.h"
 #include "PathVarsDetail.h"
+#include "TestSupport.h"
 
 namespace kutil::test {
 

@@ -13,20 +13,20 @@
 #include "KDecide.h"
 #include "KNormalise.h"
 #include "KPathVars.h"
-#include "KVGen.h"
 #include "KText.h"
+#include "KVGen.h"
 #include "NormaliseTestSupport.h"
 #include "Overlong.h"
 
 namespace {
 
 using kutil::test::dirOf;
+using kutil::test::kLong;
+using kutil::test::longText;
 using kutil::test::readFile;
 using kutil::test::readLines;
 using kutil::test::TempDir;
 using kutil::test::writeFile;
-using kutil::test::kLong;
-using kutil::test::longText;
 
 constexpr std::size_t kNameSize = 264;
 
@@ -175,9 +175,11 @@ TEST_F(NormaliseOverlong, JunkListsAndOverlongPathsFailQuietly) {
 TEST_F(NormaliseOverlong, BehaviourFilesWithFullLengthNames) {
   CKDecide table;
   table.DEInitialise();
-  const int actions[] = {KAR_ACTION_PLAY, KAR_ACTION_LOAD, KAR_ACTION_PLAYBACK, KAR_ACTION_GOTO, KAR_ACTION_RUN};
-  const std::string names[] = {"/d/" + longText('p'), "?KALDOKWQDIR?" + longText('l'), "/" + longText('b') + ".rec",
-                               "/g/" + longText('g', 240) + ".kvc", "/r/" + longText('r', 240) + ".ksf"};
+  const int actions[] = {KAR_ACTION_PLAY, KAR_ACTION_LOAD, KAR_ACTION_PLAYBACK, KAR_ACTION_GOTO,
+                         KAR_ACTION_RUN};
+  const std::string names[] = {"/d/" + longText('p'), "?KALDOKWQDIR?" + longText('l'),
+                               "/" + longText('b') + ".rec", "/g/" + longText('g', 240) + ".kvc",
+                               "/r/" + longText('r', 240) + ".ksf"};
   for (int i = 0; i < 5; ++i) {
     auto* row = new CKActionRow;
     row->ARSetRowType(KAR_ROW_ON);
@@ -207,8 +209,8 @@ TEST_F(NormaliseOverlong, BehaviourFilesWithFullLengthNames) {
   KUCopyKCVForNormalise(nullptr, &table);
 
   const std::string file = m_dir.file("long.kvc");
-  ASSERT_TRUE(writeFile(file, "ON select PLAY \"/" + longText('x', 230) + "/a.kwq\"\nON open LOAD " +
-                                  longText('y') + "\n"));
+  ASSERT_TRUE(writeFile(
+      file, "ON select PLAY \"/" + longText('x', 230) + "/a.kwq\"\nON open LOAD " + longText('y') + "\n"));
   KUConvertKCVToRelative(file.c_str());
   KUDeRelativiseKCV(file.c_str());
   KUCopyKCVFileParts(file.c_str());

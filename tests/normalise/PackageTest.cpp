@@ -37,9 +37,9 @@ class Package : public NormaliseTest {};
 TEST_F(Package, GatherRelativiseMoveAndResolve) {
   TempDir root;
   std::string behave, shapes, tex, sky, sounds, scenes, home, package;
-  const std::pair<std::string*, const char*> dirs[] = {{&behave, "behave"}, {&shapes, "shapes"}, {&tex, "tex"},
-                                                       {&sky, "sky"},       {&sounds, "sounds"}, {&scenes, "scenes"},
-                                                       {&home, "kaldo"},    {&package, "package"}};
+  const std::pair<std::string*, const char*> dirs[] = {
+      {&behave, "behave"}, {&shapes, "shapes"}, {&tex, "tex"},    {&sky, "sky"},
+      {&sounds, "sounds"}, {&scenes, "scenes"}, {&home, "kaldo"}, {&package, "package"}};
   for (const auto& [dir, name] : dirs) *dir = makeSubDir(root, name);
   ASSERT_EQ(KUSetNormalisationVariables("/w", "/w/s", "/p", home.substr(0, home.size() - 1).c_str()), 1);
 
@@ -50,7 +50,8 @@ TEST_F(Package, GatherRelativiseMoveAndResolve) {
   writeShape(shapes + "box.ksf", tex + "wood.bmp", tex + "sky.anb", "");
   writeFile(sounds + "bump.wav", "bump");
   writeFile(home + "viewer.exe", "viewer");
-  writeFile(behave + "room.kvc", "ON select LOAD \"" + behave + "door.kvc\"\nON open PLAY \"" + sounds + "bump.wav\"\n");
+  writeFile(behave + "room.kvc",
+            "ON select LOAD \"" + behave + "door.kvc\"\nON open PLAY \"" + sounds + "bump.wav\"\n");
   writeFile(behave + "door.kvc", "ON select REPLACE \"" + shapes + "box.ksf\"\nON open LOAD \"" + behave +
                                      "room.kvc\"\nON collide PLAY \"" + sounds +
                                      "bump.wav\"\nON ping CALL spin\nIN spin PING hall\n");

@@ -46,10 +46,10 @@ TEST_F(KUPathVars, ProgramsTakeTheMostSpecificDirectoryAndContentItsBareName) {
       {"C:/WINDOWS/notepad.exe", "?WINDOWSDIR?/notepad.exe"},
       {"C:\\Program Files\\Other\\desk.lnk", "?WINDOWSPROGDIR?\\Other\\desk.lnk"},
       {"E:\\tools\\app.exe", "E:\\tools\\app.exe"},
-      {"C:\\Windows\\README", "?WINDOWSDIR?\\README"},              // no ending: a program
-      {"C:\\Program Files2\\x.exe", "?WINDOWSPROGDIR?2\\x.exe"},     // a plain prefix test
+      {"C:\\Windows\\README", "?WINDOWSDIR?\\README"},            // no ending: a program
+      {"C:\\Program Files2\\x.exe", "?WINDOWSPROGDIR?2\\x.exe"},  // a plain prefix test
       {"E:\\pictures\\sky_fw.bmp", "?KALDOKWQDIR?sky_fw.bmp"},
-      {"C:\\Windows\\media\\ding.wav", "?KALDOKWQDIR?ding.wav"},     // content even under a variable
+      {"C:\\Windows\\media\\ding.wav", "?KALDOKWQDIR?ding.wav"},  // content even under a variable
       {"/home/user/scenes/hall.kwq", "?KALDOKWQDIR?hall.kwq"},
       {"bare.bmp", "bare.bmp"},
       {"?KALDOHOMEDIR?\\a.bmp", "?KALDOHOMEDIR?\\a.bmp"},

@@ -16,9 +16,9 @@
 #include "KSound.h"
 #include "KSplash.h"
 #include "KText.h"
+#include "Overlong.h"
 #include "ServicesTestSupport.h"
 #include "SoundPlayer.h"
-#include "Overlong.h"
 #include "TestSupport.h"
 
 #if !defined(_WIN32)
@@ -27,12 +27,12 @@
 
 namespace {
 
-using kutil::test::readFile;
-using kutil::test::TempDir;
-using kutil::test::writeFile;
 using kutil::test::kLong;
 using kutil::test::longText;
 using kutil::test::OutBuffer;
+using kutil::test::readFile;
+using kutil::test::TempDir;
+using kutil::test::writeFile;
 
 const char* const kSettings = "Software\\kaldo3d\\Kaldo\\CurrentVersion";
 
@@ -369,7 +369,8 @@ TEST_F(SoundOverlong, BackgroundListsWithLongLinesAndJunk) {
   const std::string sound1 = m_dir.file("one.wav");
   ASSERT_TRUE(writeFile(sound1, "RIFF"));
   const std::string list = m_dir.file("list.txt");
-  ASSERT_TRUE(writeFile(list, longText('x') + "\n" + sound1 + "\n" + junkBytes() + "\n" + longText(' ') + "\n"));
+  ASSERT_TRUE(
+      writeFile(list, longText('x') + "\n" + sound1 + "\n" + junkBytes() + "\n" + longText(' ') + "\n"));
   EXPECT_EQ(sound.SOLoadBackgroundList(list.c_str(), 1), 1);
   for (int i = 0; i < 200; ++i) {
     sound.SOPlaySound();

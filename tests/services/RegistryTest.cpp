@@ -31,11 +31,17 @@ class Registry : public ::testing::Test {
 };
 
 TEST_F(Registry, NumericSettingsAreDecimalTextUnderTheirExactNames) {
-  struct U { int (*set)(unsigned int); int (*get)(unsigned int*); const char* name; };
+  struct U {
+    int (*set)(unsigned int);
+    int (*get)(unsigned int*);
+    const char* name;
+  };
   const U unsignedOnes[] = {
-      {KUSetRegHintNumber, KUGetRegHintNumber, "HintNumber"}, {KUSetRegMainTimer, KUGetRegMainTimer, "MainTimer"},
+      {KUSetRegHintNumber, KUGetRegHintNumber, "HintNumber"},
+      {KUSetRegMainTimer, KUGetRegMainTimer, "MainTimer"},
       {KUSetRegJoystickActive, KUGetRegJoystickActive, "JoystickActive"},
-      {KUSetRegTitleTips, KUGetRegTitleTips, "TitleTips"}, {KUSetRegUseHardware, KUGetRegUseHardware, "TryHardware"},
+      {KUSetRegTitleTips, KUGetRegTitleTips, "TitleTips"},
+      {KUSetRegUseHardware, KUGetRegUseHardware, "TryHardware"},
       {KUSetRegAutosave, KUGetRegAutosave, "Autosave"},
       {KUSetRegAutoWallPaper, KUGetRegAutoWallPaper, "AutoWallPaper"},
       {KUSetRegBackgroundRunning, KUGetRegBackgroundRunning, "Background"},
@@ -53,12 +59,16 @@ TEST_F(Registry, NumericSettingsAreDecimalTextUnderTheirExactNames) {
     EXPECT_EQ(seed, got);
     seed += 11;
   }
-  struct S { int (*set)(int); int (*get)(int*); const char* name; };
-  const S signedOnes[] = {
-      {KUSetRegResolution, KUGetRegResolution, "Resolution"}, {KUSetRegShimmer, KUGetRegShimmer, "Shimmer"},
-      {KUSetRegSkyResolution, KUGetRegSkyResolution, "SkyResolution"},
-      {KUSetRegRenderHeight, KUGetRegRenderHeight, "RenderHeight"},
-      {KUSetRegRenderWidth, KUGetRegRenderWidth, "RenderWidth"}};
+  struct S {
+    int (*set)(int);
+    int (*get)(int*);
+    const char* name;
+  };
+  const S signedOnes[] = {{KUSetRegResolution, KUGetRegResolution, "Resolution"},
+                          {KUSetRegShimmer, KUGetRegShimmer, "Shimmer"},
+                          {KUSetRegSkyResolution, KUGetRegSkyResolution, "SkyResolution"},
+                          {KUSetRegRenderHeight, KUGetRegRenderHeight, "RenderHeight"},
+                          {KUSetRegRenderWidth, KUGetRegRenderWidth, "RenderWidth"}};
   for (const auto& s : signedOnes) {
     SCOPED_TRACE(s.name);
     int got = 99;
@@ -74,7 +84,10 @@ TEST_F(Registry, NumericSettingsAreDecimalTextUnderTheirExactNames) {
 
 TEST_F(Registry, NumbersFollowTheLeadingCharacterRuleAndOnlyTextIsRead) {
   int value = 5;
-  const struct { const char* text; int ok, value; } rows[] = {{" 640", 0, 5}, {"800x600", 1, 800}, {"", 0, 800}};
+  const struct {
+    const char* text;
+    int ok, value;
+  } rows[] = {{" 640", 0, 5}, {"800x600", 1, 800}, {"", 0, 800}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.text);
     ASSERT_EQ(1, KUSetRegText(HKEY_CURRENT_USER, kSettings, "Resolution", row.text));
@@ -109,7 +122,8 @@ TEST_F(Registry, TextSettingsKeepTheirNamesAndFitTheReadBuffer) {
 
   // The build number lives under the machine's installation key, whatever its case.
   ASSERT_EQ(1, KUSetRegBuildNumber(401));
-  ASSERT_EQ(1, KUGetRegText(HKEY_LOCAL_MACHINE, "Software\\Kaldo3D\\kaldo\\currentversion", "BuildNumber", out));
+  ASSERT_EQ(1,
+            KUGetRegText(HKEY_LOCAL_MACHINE, "Software\\Kaldo3D\\kaldo\\currentversion", "BuildNumber", out));
   EXPECT_STREQ("401", out);
   EXPECT_EQ(0, KUGetRegText(HKEY_CURRENT_USER, kSettings, "BuildNumber", out));
 }
@@ -117,8 +131,9 @@ TEST_F(Registry, TextSettingsKeepTheirNamesAndFitTheReadBuffer) {
 TEST_F(Registry, DeleteKeyNeedsAnExactRootNameAndClearsOneLevel) {
   ASSERT_EQ(1, KUSetRegText(HKEY_CURRENT_USER, "Software\\kaldo3d\\KUtilTest\\A", "v", "1"));
   ASSERT_EQ(1, KUSetRegText(HKEY_CURRENT_USER, "Software\\kaldo3d\\KUtilTest\\B", "v", "2"));
-  for (const char* bad : {"HKEY_CURRENT_USER\\", "HKEY_CURRENT_USER", "hkey_current_user\\Software\\kaldo3d\\KUtilTest\\B",
-                          "HKEY_NOWHERE\\Software\\kaldo3d\\KUtilTest\\B"}) {
+  for (const char* bad :
+       {"HKEY_CURRENT_USER\\", "HKEY_CURRENT_USER", "hkey_current_user\\Software\\kaldo3d\\KUtilTest\\B",
+        "HKEY_NOWHERE\\Software\\kaldo3d\\KUtilTest\\B"}) {
     EXPECT_EQ(0, KURegDeleteKey(bad)) << bad;
   }
   EXPECT_EQ(0, KURegDeleteKey(nullptr));

@@ -25,8 +25,10 @@ class RegistrySandbox {
   ~RegistrySandbox() {
     cleanup();
 #if !defined(_WIN32)
-    if (m_hadOld) setenv("KUTIL_REGISTRY_DIR", m_old.c_str(), 1);
-    else unsetenv("KUTIL_REGISTRY_DIR");
+    if (m_hadOld)
+      setenv("KUTIL_REGISTRY_DIR", m_old.c_str(), 1);
+    else
+      unsetenv("KUTIL_REGISTRY_DIR");
 #endif
   }
 

@@ -98,9 +98,15 @@ TEST_F(Shell, FailuresMapOntoTheShellTable) {
   // An executable that is no program is the bad-format result, which falls into 80.
   writeFile(dir.file("bad.bin"), std::string("\x01\x02\x03junk", 7));
   fs::permissions(dir.file("bad.bin"), fs::perms::owner_all);
-  const struct { const char* verb; std::string file; const char* dir; int error; } rows[] = {
-      {"open", dir.file("gone/x.txt"), nullptr, 109}, {"open", "/bin/true", "/proc/kutil-gone", 109},
-      {"print", dir.file("doc.txt"), nullptr, 107}, {"open", dir.file("bad.bin"), nullptr, 80}};
+  const struct {
+    const char* verb;
+    std::string file;
+    const char* dir;
+    int error;
+  } rows[] = {{"open", dir.file("gone/x.txt"), nullptr, 109},
+              {"open", "/bin/true", "/proc/kutil-gone", 109},
+              {"print", dir.file("doc.txt"), nullptr, 107},
+              {"open", dir.file("bad.bin"), nullptr, 80}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.file);
     EXPECT_EQ(0, KURawRunSysCmd(nullptr, row.verb, row.file.c_str(), nullptr, row.dir));
@@ -125,9 +131,9 @@ TEST_F(Shell, DocumentsAndAddressesGoToTheDesktopOpener) {
     for (int i = 0; i < 500 && kutil::test::readLines(log).size() < 5; ++i) usleep(10000);
     const auto opened = kutil::test::readLines(log);
     // Each launch is its own process, so the order is not fixed.
-    EXPECT_EQ((std::set<std::string>{"https://www.example.com/kaldo3d", "https://www.example.com/kaldo3d/latest",
-                                     "mailto:support@example.com", "https://www.example.com/kaldo3d/faq",
-                                     bin.file("notes.txt")}),
+    EXPECT_EQ((std::set<std::string>{"https://www.example.com/kaldo3d",
+                                     "https://www.example.com/kaldo3d/latest", "mailto:support@example.com",
+                                     "https://www.example.com/kaldo3d/faq", bin.file("notes.txt")}),
               std::set<std::string>(opened.begin(), opened.end()));
   }
   ScopedEnv noOpener("PATH", bin.file("empty"));
@@ -168,9 +174,12 @@ TEST_F(ShellFolders, RegistryComesFirstThenTheUserDirectoriesAndFoundPathsAreCac
   EXPECT_STREQ("/from/registry", out);
 
   EXPECT_EQ(0, KUGetWinUserSendToDir(nullptr, out));
-  const struct { int (*get)(HWND, char*); std::string expected; } rows[] = {
-      {KUGetUserStartupMenuDir, make("config/autostart")}, {KUGetWinUserRecentDir, make("data/RecentDocuments")},
-      {KUGetWinUserSendToDir, make("data/kaldo3d/SendTo")}};
+  const struct {
+    int (*get)(HWND, char*);
+    std::string expected;
+  } rows[] = {{KUGetUserStartupMenuDir, make("config/autostart")},
+              {KUGetWinUserRecentDir, make("data/RecentDocuments")},
+              {KUGetWinUserSendToDir, make("data/kaldo3d/SendTo")}};
   for (const auto& row : rows) {
     ASSERT_EQ(1, row.get(nullptr, out));
     EXPECT_EQ(row.expected, out);
@@ -201,7 +210,8 @@ TEST_F(ShellFolders, WritePermissionProbesLeaveNothingBehind) {
   EXPECT_EQ(1, KUHasStartMenuWritePerms(nullptr));
   EXPECT_TRUE(fs::is_empty(menu));
   kutil::detail::resetSpecialFolderCaches();
-  ASSERT_EQ(1, KUSetRegText(HKEY_LOCAL_MACHINE, kMachineFolders, "Common Start Menu", m_dir.file("gone").c_str()));
+  ASSERT_EQ(
+      1, KUSetRegText(HKEY_LOCAL_MACHINE, kMachineFolders, "Common Start Menu", m_dir.file("gone").c_str()));
   EXPECT_EQ(0, KUHasStartMenuWritePerms(nullptr));
   EXPECT_EQ(1, KUHasRegistryWritePerms());
   EXPECT_EQ(0, KUIsRegKeyReadable(HKEY_LOCAL_MACHINE, "SOFTWARE\\MorvaneTest"));
@@ -250,7 +260,8 @@ TEST_F(Shell, FoldersComeFromTheShellAndTheProbeLeavesNoKey) {
   // Installing a screen saver writes into the Windows folder itself: done only
   // under Wine, whose Windows folder is the test run's own private prefix.
   EXPECT_EQ(0, KUIsScreenSaver("D:\\downloads\\kutil-no-such-saver.scr"));
-  if (GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr) expectSelfInstallRefused(dir);
+  if (GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr)
+    expectSelfInstallRefused(dir);
 }
 #endif
 

@@ -49,7 +49,10 @@ class Sound : public ::testing::Test {
 
 TEST_F(Sound, QueueKeepsTheTwoMostUrgentInOrder) {
   // Each row: requests with their priorities, then what plays until the queue is empty.
-  const struct { std::vector<std::pair<const char*, int>> requests; std::vector<std::string> played; } rows[] = {
+  const struct {
+    std::vector<std::pair<const char*, int>> requests;
+    std::vector<std::string> played;
+  } rows[] = {
       {{{"five", 5}, {"three", 3}, {"four", 4}, {"two", 2}}, {"five", "four"}},  // 4 displaces the queued 3
       {{{"five", 5}, {"nine", 9}}, {"nine"}},                                    // more urgent supersedes
       {{{"a", 5}, {"b", 5}, {"c", 5}}, {"a", "b"}},  // equal ones queue, but never displace

@@ -15,7 +15,9 @@
 
 // Fontconfig, under Cairo's text drawing, keeps its font cache for the life of
 // the process; the leak checker would report it at exit.
-extern "C" __attribute__((visibility("default"), used)) const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
+extern "C" __attribute__((visibility("default"), used)) const char* __lsan_default_suppressions() {
+  return "leak:libfontconfig\n";
+}
 #endif
 
 namespace {
@@ -41,7 +43,8 @@ COLORREF fromRgb(uint32_t pixel) {  // 0x00RRGGBB to 0x00BBGGRR
 #if !defined(_WIN32)
 COLORREF pixelOf(cairo_surface_t* surface, int x, int y) {
   cairo_surface_flush(surface);
-  const unsigned char* row = cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
+  const unsigned char* row =
+      cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
   return fromRgb(reinterpret_cast<const uint32_t*>(row)[x] & 0xFFFFFF);
 }
 #endif
@@ -132,12 +135,15 @@ TEST_F(Splash, PanelModePaintsFrameFillTextBarAndComment) {
   // Frame from (188, 96) to (416, 174) exclusive, nothing between it and the
   // 220 x 70 fill at (192, 100); the bar frame around x 196..403, rows 121..148;
   // progress 50 of 100: 100 pixels from x 200, rows 125 to 144.
-  const struct { int x, y; COLORREF colour; } rows[] = {
-      {188, 120, m_frameOuter}, {415, 120, m_frameOuter}, {300, 96, m_frameOuter}, {300, 173, m_frameOuter},
-      {187, 120, kMarker},      {416, 120, kMarker},      {191, 120, kMarker},      {412, 169, kMarker},
-      {300, 170, kMarker},      {192, 168, kDesktop},     {411, 169, kDesktop},     {200, 125, kHighlight},
-      {299, 144, kHighlight},   {300, 135, kDesktop},     {250, 145, kDesktop},     {196, 135, m_frameOuter},
-      {403, 135, m_frameOuter}, {300, 121, m_frameOuter}};
+  const struct {
+    int x, y;
+    COLORREF colour;
+  } rows[] = {{188, 120, m_frameOuter}, {415, 120, m_frameOuter}, {300, 96, m_frameOuter},
+              {300, 173, m_frameOuter}, {187, 120, kMarker},      {416, 120, kMarker},
+              {191, 120, kMarker},      {412, 169, kMarker},      {300, 170, kMarker},
+              {192, 168, kDesktop},     {411, 169, kDesktop},     {200, 125, kHighlight},
+              {299, 144, kHighlight},   {300, 135, kDesktop},     {250, 145, kDesktop},
+              {196, 135, m_frameOuter}, {403, 135, m_frameOuter}, {300, 121, m_frameOuter}};
   for (const auto& row : rows) EXPECT_EQ(row.colour, canvas.pixel(row.x, row.y)) << row.x << "," << row.y;
   // The two lines are drawn in the text colour at their places.
   EXPECT_TRUE(anyPixel(canvas, 200, 100, 300, 121, kHighlight));
@@ -230,7 +236,8 @@ TEST_F(Splash, WindowModeNeedsTheWindowRectangle) {
   m_splash.SPSetHwnd(nullptr);
   EXPECT_EQ(0, m_splash.SPPaint(canvas.dc()));
   EXPECT_EQ(kMarker, canvas.pixel(0, 0));
-  HWND window = CreateWindowA("STATIC", "splash", WS_POPUP, 0, 0, 300, 200, nullptr, nullptr, nullptr, nullptr);
+  HWND window =
+      CreateWindowA("STATIC", "splash", WS_POPUP, 0, 0, 300, 200, nullptr, nullptr, nullptr, nullptr);
   if (!window) GTEST_SKIP() << "no window can be created without a display";
   m_splash.SPSetHwnd(window);
   RECT r;

@@ -31,7 +31,8 @@ std::vector<_D3DVECTOR> starSeed(int points, float outer = 10.0f, float inner = 
 std::vector<_D3DVECTOR> lShapeSeed(float w, float h, float t, int parts = 1);
 /// Comb with the given number of teeth along the top of a bar.
 std::vector<_D3DVECTOR> combSeed(int teeth);
-/// Axis-aligned square of the given side with perSide collinear vertices on every side (corners included once).
+/// Axis-aligned square of the given side with perSide collinear vertices on every side (corners included
+/// once).
 std::vector<_D3DVECTOR> collinearSquareSeed(int perSide, float side = 8.0f);
 /// Seeded random simple polygon: star-shaped about the origin, random radii at sorted random angles.
 std::vector<_D3DVECTOR> randomSimpleSeed(int n, std::uint32_t seed);

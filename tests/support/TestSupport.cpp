@@ -15,8 +15,8 @@ namespace kutil::test {
 TempDir::TempDir() {
   static std::atomic<unsigned> counter{0};
   const auto stamp = std::chrono::steady_clock::now().time_since_epoch().count();
-  fs::path p = fs::temp_directory_path() /
-               ("kutil-test-" + std::to_string(stamp) + "-" + std::to_string(counter++));
+  fs::path p =
+      fs::temp_directory_path() / ("kutil-test-" + std::to_string(stamp) + "-" + std::to_string(counter++));
   fs::create_directories(p);
   m_path = p.string();
 }
@@ -57,9 +57,12 @@ bool fileExists(const std::string& path) {
   return fs::exists(path, ec);
 }
 
-std::string testDataPath(const std::string& relative) { return std::string(KUTIL_TEST_DATA_DIR) + "/" + relative; }
+std::string testDataPath(const std::string& relative) {
+  return std::string(KUTIL_TEST_DATA_DIR) + "/" + relative;
+}
 
-std::vector<Spelling> sameFileSpellings(const std::string& dir, const std::string& name, const std::string& scratch) {
+std::vector<Spelling> sameFileSpellings(const std::string& dir, const std::string& name,
+                                        const std::string& scratch) {
   const std::string sep(1, static_cast<char>(fs::path::preferred_separator));
   const std::string up = ".." + sep + fs::path(dir).filename().string();
   std::vector<Spelling> out = {

@@ -45,7 +45,8 @@ struct Spelling {
 /// linked directory, and under the same name elsewhere as a symbolic and as a
 /// hard link. The links are made under scratch; those the system refuses are
 /// left out.
-std::vector<Spelling> sameFileSpellings(const std::string& dir, const std::string& name, const std::string& scratch);
+std::vector<Spelling> sameFileSpellings(const std::string& dir, const std::string& name,
+                                        const std::string& scratch);
 
 /// True when both names reach the same file (not merely equal content).
 bool sameFile(const std::string& a, const std::string& b);

@@ -15,16 +15,16 @@
 #include "KPathVars.h"
 #include "KVGen.h"
 #include "Overlong.h"
-#include "TestSupport.h"
 #include "PathVarsDetail.h"
+#include "TestSupport.h"
 
 namespace {
 
-using kutil::test::TempDir;
-using kutil::test::writeFile;
 using kutil::test::kLong;
 using kutil::test::longText;
 using kutil::test::OutBuffer;
+using kutil::test::TempDir;
+using kutil::test::writeFile;
 
 constexpr std::size_t kTexture = 277;
 constexpr std::size_t kIcon = 17;

@@ -36,7 +36,9 @@ _D3DVECTOR v(float x, float y) { return _D3DVECTOR{x, y, 0.0f}; }
 std::vector<Case> wellFormedCases() {
   using namespace kutil::test;
   std::vector<Case> c;
-  auto add = [&c](const std::string& name, int k, Seed s) { c.push_back({name + std::to_string(k), std::move(s)}); };
+  auto add = [&c](const std::string& name, int k, Seed s) {
+    c.push_back({name + std::to_string(k), std::move(s)});
+  };
   for (int n = 3; n <= kMaxConvex; ++n) add("convex", n, convexSeed(n));
   for (int n = 5; n <= kMaxConvex - 8; n += 3) add("convex-turned", n, convexSeed(n, 7.5f, 0.3));
   for (int s = 1; s <= 6; ++s) add("jittered", s, jitteredConvexSeed(8 + 3 * s, s));
@@ -156,7 +158,7 @@ TEST(KVTessellationSameness, GlobeSeedFailsFromThreeRingsUpWhileTheHalfDiscWorks
 TEST(KVTessellationSameness, LowMemoryPathGivesTheSameTriangles) {
   using namespace kutil::test;
   // Also beyond the reference's reach: large convex seeds still give n - 2 triangles.
-  const Seed seeds[] = {convexSeed(20), starSeed(7), combSeed(4), collinearSquareSeed(5),
+  const Seed seeds[] = {convexSeed(20),          starSeed(7),    combSeed(4),   collinearSquareSeed(5),
                         randomSimpleSeed(40, 7), convexSeed(60), convexSeed(80)};
   for (const Seed& s : seeds) {
     SCOPED_TRACE(s.size());

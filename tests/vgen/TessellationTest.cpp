@@ -6,9 +6,9 @@
 #include <random>
 #include <vector>
 
-#include "VGenTestSupport.h"
 #include "LiteralTessellation.h"
 #include "Tessellation.h"
+#include "VGenTestSupport.h"
 
 using namespace kutil::test;
 
@@ -120,7 +120,8 @@ TEST(KVTessellationCrossing, InlineTestAnswersAsTheFootPrint) {
   int mismatches = 0, crossings = 0, pointPairs = 0;
   for (std::size_t i = 0; i < lines.size(); ++i) {
     for (std::size_t j = 0; j < lines.size(); ++j) {
-      const int expected = fp.FPDoLinesCross(&segs[i].first, &segs[i].second, &segs[j].first, &segs[j].second);
+      const int expected =
+          fp.FPDoLinesCross(&segs[i].first, &segs[i].second, &segs[j].first, &segs[j].second);
       int expectedKind = -1, kind = -1;
       fp.FPGetCoincidenceKind(&expectedKind);
       const int actual = kutil::detail::tessLinesCross(fp, lines[i], lines[j], &kind);
@@ -129,7 +130,8 @@ TEST(KVTessellationCrossing, InlineTestAnswersAsTheFootPrint) {
       crossings += expected;
       if (expectedKind == 0) {
         ++pointPairs;
-        const int reverse = fp.FPDoLinesCross(&segs[j].first, &segs[j].second, &segs[i].first, &segs[i].second);
+        const int reverse =
+            fp.FPDoLinesCross(&segs[j].first, &segs[j].second, &segs[i].first, &segs[i].second);
         if (reverse != expected && ++mismatches < 5) ADD_FAILURE() << "order matters for " << i << ", " << j;
       }
     }

@@ -14,7 +14,8 @@ namespace {
 std::vector<_D3DVECTOR> seedVertices(CKVGen& g) {
   std::vector<_D3DVECTOR> out;
   _D3DVECTOR p;
-  for (int i = 0; g.KVSelectSeedVertexByNumber(i) == 1 && g.KVGetSelectedSeedVertex(&p) == 1; ++i) out.push_back(p);
+  for (int i = 0; g.KVSelectSeedVertexByNumber(i) == 1 && g.KVGetSelectedSeedVertex(&p) == 1; ++i)
+    out.push_back(p);
   return out;
 }
 
@@ -49,7 +50,7 @@ TEST(CKVGenExtrude, GenerateStepsPlanesAndKeepsThemWithoutInstructions) {
   gen->KVAddInstruction(9, &kNoAxis, 3.0f);  // unknown codes copy the previous plane
   gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
   ASSERT_EQ(gen->KVGenerate(), 1);
-  expectNear(gen->m_seedPlane->normal, vec(0, 0, 1));  // untessellated: along +z
+  expectNear(gen->m_seedPlane->normal, vec(0, 0, 1));            // untessellated: along +z
   EXPECT_EQ(gen->m_currentPlane, gen->m_genPlanes->next->next);  // the last plane is current
   const float depths[] = {5, 5, 6};
   ASSERT_EQ(gen->KVSelectFirstGenPlane(), 1);
@@ -181,8 +182,11 @@ TEST(GKVCalculateEndPlaneVertexMappings, FrontAndBackAreMirrored) {
     double u, v;
   };
   // w = 4 > h = 2, so s = 8 / 4; tiling below 1 counts as 1.
-  const Row rows[] = {{0, 1, 1, -1.0, 0.0}, {0, 1, 3, 0.0, 1.0}, {0, -2, 1, -1.0, 0.0},
-                      {1, 3, 1, 0.0, 0.0},  {1, 3, 3, -3.0, 3.0}};
+  const Row rows[] = {{0, 1, 1, -1.0, 0.0},
+                      {0, 1, 3, 0.0, 1.0},
+                      {0, -2, 1, -1.0, 0.0},
+                      {1, 3, 1, 0.0, 0.0},
+                      {1, 3, 3, -3.0, 3.0}};
   for (const Row& r : rows) {
     SCOPED_TRACE(r.plane * 100 + r.tiling * 10 + r.vertex);
     gen->m_currentPlane = nullptr;

@@ -14,7 +14,8 @@ using namespace kutil::test;
 
 namespace {
 std::string seedBlock(int x, int y) {
-  return "[SED]\n[SEX][6]" + std::to_string(x) + ".0000\n[SEY][6]" + std::to_string(y) + ".0000\n[SEZ][6]0.0000\n[DES]\n";
+  return "[SED]\n[SEX][6]" + std::to_string(x) + ".0000\n[SEY][6]" + std::to_string(y) +
+         ".0000\n[SEZ][6]0.0000\n[DES]\n";
 }
 
 const std::string kThreeSeeds = seedBlock(0, 0) + seedBlock(4, 0) + seedBlock(4, 3);
@@ -127,7 +128,8 @@ TEST(CKVGenFile, ReaderStatesDecideWhatIsKept) {
       {"nested opening tag", kThreeSeeds + "[SED]\n[SED]\n[DES]\n", 0, 4, 0},
       {"non-tag line inside a block", kThreeSeeds + "[SED]\nnoise\n[SEX][6]7.0000\n[DES]\n", 1, 4, 0},
       {"stray closing tag first", "[DES]\n" + kThreeSeeds, 0, 0, 0},
-      {"stray closing tag: dead after it", kThreeSeeds + "[SNI]\n" + kThreeSeeds + "[SED]\n[CMD][1]1\n", 1, 3, 0},
+      {"stray closing tag: dead after it", kThreeSeeds + "[SNI]\n" + kThreeSeeds + "[SED]\n[CMD][1]1\n", 1, 3,
+       0},
       {"open seed block at the end", kThreeSeeds + "[SED]\n[SEX][6]9.0000\n", 1, 3, 0},
       {"open instruction block at the end", kThreeSeeds + "[INS]\n[CMD][1]3\n", 1, 3, 0},
       {"one-vertex outline fails its rebuild", seedBlock(1, 2), 0, 1, 0},
@@ -163,7 +165,7 @@ TEST(CKVGenFile, InstructionBlockDefaults) {
   gen->KVGetNextInstruction(&code, &v, &m);
   EXPECT_EQ(code, 3);
   expectNear(v, vec(0, 0, 0), 0.0f);  // the working record was reset
-  ASSERT_EQ(gen->KVGenerate(), 1);  // code -1 copies the previous plane
+  ASSERT_EQ(gen->KVGenerate(), 1);    // code -1 copies the previous plane
   gen->KVSelectFirstGenPlane();
   gen->KVGetGenVertexByNumber(2, &v);
   expectNear(v, vec(4, 3, 0), 0.0f);

@@ -31,7 +31,8 @@ TEST(CKVGenOrientation, WindingDecidesOrientationReversalAndNormals) {
     gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
     ASSERT_EQ(gen->KVGenerate(), 1);
     expectNear(gen->m_seedPlane->normal, vec(0, 0, 1));
-    for (tagKExtrudePlane* p = gen->m_genPlanes; p != nullptr; p = p->next) expectNear(p->normal, vec(0, 0, 1));
+    for (tagKExtrudePlane* p = gen->m_genPlanes; p != nullptr; p = p->next)
+      expectNear(p->normal, vec(0, 0, 1));
   }
   Gen flat;
   addSeed(flat.g, {vec(0, 0, 0), vec(1, 0, 0)});

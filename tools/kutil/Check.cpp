@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 // `kutil check`: loads each file with the library and reports what is wrong, or one summary line.
 #include <CLI/CLI.hpp>
-
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -29,13 +28,20 @@ std::string plural(std::size_t n, const char* one, const char* many) {
 
 const char* describeLoadError(unsigned int id) {
   switch (id) {
-    case KDE_ERROR_ROW_TYPE: return "a trigger with an unknown row type";
-    case KDE_ERROR_TRIGGER_TOKEN: return "ON, IN or AT without its word at the end of the line";
-    case KDE_ERROR_UNKNOWN_WORD: return "a word that is neither a trigger (ON, IN, AT) nor an action";
-    case KDE_ERROR_ACTION: return "an action that cannot be applied (is there a trigger before it?)";
-    case KDE_ERROR_ACTION_TOKEN: return "an action without its argument at the end of the line";
-    case KDE_ERROR_MOTION: return "MOVE with a word that is no motion";
-    default: break;
+    case KDE_ERROR_ROW_TYPE:
+      return "a trigger with an unknown row type";
+    case KDE_ERROR_TRIGGER_TOKEN:
+      return "ON, IN or AT without its word at the end of the line";
+    case KDE_ERROR_UNKNOWN_WORD:
+      return "a word that is neither a trigger (ON, IN, AT) nor an action";
+    case KDE_ERROR_ACTION:
+      return "an action that cannot be applied (is there a trigger before it?)";
+    case KDE_ERROR_ACTION_TOKEN:
+      return "an action without its argument at the end of the line";
+    case KDE_ERROR_MOTION:
+      return "MOVE with a word that is no motion";
+    default:
+      break;
   }
   return "an unknown error";
 }
@@ -183,7 +189,8 @@ int checkBehaviour(const std::string& path) {
     }
     if (type == KAR_ROW_ON) {
       if (!row->ARGetEvent(&event)) {
-        warn(path + ": row " + std::to_string(rows) + " is an ON row with an unknown event; it never fires and "
+        warn(path + ": row " + std::to_string(rows) +
+             " is an ON row with an unknown event; it never fires and "
              "cannot be stored.");
       } else if (seenIn) {
         warn(path + ": row " + std::to_string(rows) + " (" + rowText(table, row, rows) +
@@ -205,7 +212,8 @@ int checkBehaviour(const std::string& path) {
   std::ostringstream s;
   s << path << ": behaviour, " << plural(static_cast<std::size_t>(rows), "row", "rows");
   if (rows > 0) {
-    s << " (" << byType[KAR_ROW_ON] << " ON, " << byType[KAR_ROW_IN] << " IN, " << byType[KAR_ROW_AT] << " AT)";
+    s << " (" << byType[KAR_ROW_ON] << " ON, " << byType[KAR_ROW_IN] << " IN, " << byType[KAR_ROW_AT]
+      << " AT)";
   }
   if (!groups.empty()) s << ", " << plural(groups.size(), "group", "groups");
   std::cout << s.str() << '\n';
@@ -217,10 +225,10 @@ int checkBehaviour(const std::string& path) {
 std::string misplacedShapeTag(const std::vector<std::string>& lines) {
   static const std::set<std::string> seedTags = {"[SEX]", "[SEY]", "[SEZ]", "[DES]"};
   static const std::set<std::string> instructionTags = {"[CMD]", "[IVX]", "[IVY]", "[IVZ]", "[IMG]", "[SNI]"};
-  static const std::vector<std::string> known = {"[NRM]", "[DTA]", "[DRO]", "[FPT]", "[FTI]", "[BPT]", "[BTI]",
-                                                 "[FST]", "[STI]", "[FIC]", "[BIC]", "[WIC]", "[SEX]", "[SEY]",
-                                                 "[SEZ]", "[CMD]", "[IVX]", "[IVY]", "[IVZ]", "[IMG]", "[SED]",
-                                                 "[DES]", "[INS]", "[SNI]"};
+  static const std::vector<std::string> known = {"[NRM]", "[DTA]", "[DRO]", "[FPT]", "[FTI]", "[BPT]",
+                                                 "[BTI]", "[FST]", "[STI]", "[FIC]", "[BIC]", "[WIC]",
+                                                 "[SEX]", "[SEY]", "[SEZ]", "[CMD]", "[IVX]", "[IVY]",
+                                                 "[IVZ]", "[IMG]", "[SED]", "[DES]", "[INS]", "[SNI]"};
   enum { Outside, Seed, Instruction, Dead } state = Outside;
   for (std::size_t i = 0; i < lines.size(); ++i) {
     std::string tag;
@@ -233,15 +241,22 @@ std::string misplacedShapeTag(const std::vector<std::string>& lines) {
     if (tag.empty() || state == Dead) continue;
     const std::string where = "line " + std::to_string(i + 1) + ": ";
     if (state == Outside) {
-      if (tag == "[SED]") state = Seed;
-      else if (tag == "[INS]") state = Instruction;
-      else if (tag == "[DES]" || tag == "[SNI]") state = Dead;
+      if (tag == "[SED]")
+        state = Seed;
+      else if (tag == "[INS]")
+        state = Instruction;
+      else if (tag == "[DES]" || tag == "[SNI]")
+        state = Dead;
     } else if (state == Seed) {
-      if (tag == "[DES]") state = Outside;
-      else if (!seedTags.count(tag)) return where + "the tag " + tag + " stands inside a seed vertex block";
+      if (tag == "[DES]")
+        state = Outside;
+      else if (!seedTags.count(tag))
+        return where + "the tag " + tag + " stands inside a seed vertex block";
     } else if (state == Instruction) {
-      if (tag == "[SNI]") state = Outside;
-      else if (!instructionTags.count(tag)) return where + "the tag " + tag + " stands inside an instruction block";
+      if (tag == "[SNI]")
+        state = Outside;
+      else if (!instructionTags.count(tag))
+        return where + "the tag " + tag + " stands inside an instruction block";
     }
   }
   return std::string();
@@ -259,15 +274,17 @@ int checkShape(const std::string& path) {
   if (!restored) {
     const std::string misplaced = misplacedShapeTag(splitLines(content));
     if (!misplaced.empty()) return fail(path + " " + misplaced + ", so the shape does not load.");
-    if (vertices == 0) return fail(path + ": the shape holds no complete seed vertex block ([SED] ... [DES]).");
+    if (vertices == 0)
+      return fail(path + ": the shape holds no complete seed vertex block ([SED] ... [DES]).");
     return fail(path + ": the shape loads but its outlines cannot be built.");
   }
   std::ostringstream s;
-  s << path << ": shape, " << plural(static_cast<std::size_t>(vertices), "seed vertex", "seed vertices") << ", "
-    << plural(static_cast<std::size_t>(instructions), "instruction", "instructions");
+  s << path << ": shape, " << plural(static_cast<std::size_t>(vertices), "seed vertex", "seed vertices")
+    << ", " << plural(static_cast<std::size_t>(instructions), "instruction", "instructions");
   if (gen.KVTesselateSeedPlane()) {
     int a = 0, b = 0, c = 0, triangles = 0;
-    for (int ok = gen.KVGetFirstTesselatedTriangle(&a, &b, &c); ok; ok = gen.KVGetNextTesselatedTriangle(&a, &b, &c)) {
+    for (int ok = gen.KVGetFirstTesselatedTriangle(&a, &b, &c); ok;
+         ok = gen.KVGetNextTesselatedTriangle(&a, &b, &c)) {
       ++triangles;
     }
     s << ", seed in " << plural(static_cast<std::size_t>(triangles), "triangle", "triangles");
@@ -335,13 +352,15 @@ int checkMarkers(const std::string& path) {
     const std::string& line = lines[i];
     const std::string where = path + " line " + std::to_string(i + 1) + ": ";
     if (line.empty()) continue;
-    if (line.size() < 5 || line[0] != '[' || line[4] != ']') return fail(where + "the line is not a tagged segment.");
+    if (line.size() < 5 || line[0] != '[' || line[4] != ']')
+      return fail(where + "the line is not a tagged segment.");
     const std::string tag = line.substr(0, 5);
     std::string value;
     if (!fieldOf(tag.c_str(), line, &value)) return fail(where + "the segment " + tag + " is malformed.");
     if (tag == "[MKJ]") {
-      if (inRecord) return fail(where + "a new marker begins before the marker of line " +
-                                std::to_string(recordLine) + " ended with [MKE].");
+      if (inRecord)
+        return fail(where + "a new marker begins before the marker of line " + std::to_string(recordLine) +
+                    " ended with [MKE].");
       inRecord = true;
       recordLine = i + 1;
       list.MLInitMarker(&item);
@@ -349,7 +368,8 @@ int checkMarkers(const std::string& path) {
     }
     if (!inRecord) return fail(where + "the field " + tag + " stands outside a marker ([MKJ] ... [MKE]).");
     if (tag == "[MKE]") {
-      if (!names.insert(item.name).second) warn(where + "the marker name " + inQuotes(item.name) + " is used twice.");
+      if (!names.insert(item.name).second)
+        warn(where + "the marker name " + inQuotes(item.name) + " is used twice.");
       list.MLAddMarker(&item);
       inRecord = false;
       continue;
@@ -362,7 +382,8 @@ int checkMarkers(const std::string& path) {
     for (const char* t : intTags) {
       if (tag != t) continue;
       long long n = 0;
-      if (!parseInt(value, &n)) return fail(where + "the field " + tag + " holds " + inQuotes(value) + ", not a whole number.");
+      if (!parseInt(value, &n))
+        return fail(where + "the field " + tag + " holds " + inQuotes(value) + ", not a whole number.");
       int* target = tag == "[MKI]" ? &item.indexNumber : tag == "[MKS]" ? &item.sector : &item.valueV;
       *target = static_cast<int>(n);
       known = true;
@@ -370,7 +391,8 @@ int checkMarkers(const std::string& path) {
     for (std::size_t f = 0; f < sizeof floatTags / sizeof floatTags[0]; ++f) {
       if (tag != floatTags[f]) continue;
       double v = 0.0;
-      if (!parseFloat(value, &v)) return fail(where + "the field " + tag + " holds " + inQuotes(value) + ", not a number.");
+      if (!parseFloat(value, &v))
+        return fail(where + "the field " + tag + " holds " + inQuotes(value) + ", not a number.");
       float* targets[] = {&item.position.x,  &item.position.y,  &item.position.z, &item.direction.x,
                           &item.direction.y, &item.direction.z, &item.up.x,       &item.up.y,
                           &item.up.z,        &item.valueO,      &item.valueF};
@@ -379,7 +401,8 @@ int checkMarkers(const std::string& path) {
     }
     if (!known) return fail(where + "the tag " + tag + " is not a marker field.");
   }
-  if (inRecord) return fail(path + " line " + std::to_string(recordLine) + ": the marker that begins here has no [MKE].");
+  if (inRecord)
+    return fail(path + " line " + std::to_string(recordLine) + ": the marker that begins here has no [MKE].");
   std::size_t count = 0;
   tagMarkerItem* m = nullptr;
   for (int ok = list.MLSelectFirstMarker(&m); ok; ok = list.MLSelectNextMarker(&m)) ++count;
@@ -468,23 +491,32 @@ int checkInfoSheet(const std::string& path) {
 int checkFile(const std::string& path) {
   if (!isReadable(path)) return fail(path + ": the file cannot be read.");
   switch (detectKind(path)) {
-    case FileKind::Behaviour: return checkBehaviour(path);
-    case FileKind::Shape: return checkShape(path);
-    case FileKind::SceneList: return checkSceneList(path);
-    case FileKind::Markers: return checkMarkers(path);
-    case FileKind::Recording: return checkRecording(path);
-    case FileKind::InfoSheet: return checkInfoSheet(path);
-    case FileKind::Unknown: break;
+    case FileKind::Behaviour:
+      return checkBehaviour(path);
+    case FileKind::Shape:
+      return checkShape(path);
+    case FileKind::SceneList:
+      return checkSceneList(path);
+    case FileKind::Markers:
+      return checkMarkers(path);
+    case FileKind::Recording:
+      return checkRecording(path);
+    case FileKind::InfoSheet:
+      return checkInfoSheet(path);
+    case FileKind::Unknown:
+      break;
   }
-  return fail(path + ": not a file kutil knows (behaviour .kvc, shape .ksf, scene list .ksl, or a marker, "
-                     "recording or info-sheet file by its first tag).");
+  return fail(path +
+              ": not a file kutil knows (behaviour .kvc, shape .ksf, scene list .ksl, or a marker, "
+              "recording or info-sheet file by its first tag).");
 }
 
 void addCheckCommand(CLI::App& app, int* result) {
   auto files = std::make_shared<std::vector<std::string>>();
   CLI::App* sub = app.add_subcommand(
-      "check", "Load behaviour (.kvc), shape (.ksf), scene-list (.ksl), marker, recording and info-sheet files; "
-               "report what is wrong or one summary line per good file.");
+      "check",
+      "Load behaviour (.kvc), shape (.ksf), scene-list (.ksl), marker, recording and info-sheet files; "
+      "report what is wrong or one summary line per good file.");
   sub->add_option("files", *files, "Files to check")->required();
   sub->callback([files, result] {
     int status = kExitOk;

@@ -134,13 +134,20 @@ FileKind detectKind(const std::string& path) {
 
 const char* kindName(FileKind kind) {
   switch (kind) {
-    case FileKind::Behaviour: return "behaviour";
-    case FileKind::Shape: return "shape";
-    case FileKind::SceneList: return "scene list";
-    case FileKind::Markers: return "marker list";
-    case FileKind::Recording: return "input recording";
-    case FileKind::InfoSheet: return "info sheet";
-    case FileKind::Unknown: break;
+    case FileKind::Behaviour:
+      return "behaviour";
+    case FileKind::Shape:
+      return "shape";
+    case FileKind::SceneList:
+      return "scene list";
+    case FileKind::Markers:
+      return "marker list";
+    case FileKind::Recording:
+      return "input recording";
+    case FileKind::InfoSheet:
+      return "info sheet";
+    case FileKind::Unknown:
+      break;
   }
   return "unknown";
 }
@@ -216,13 +223,27 @@ std::string jsonString(const std::string& text) {
   std::string out = "\"";
   for (unsigned char c : text) {
     switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
-      case '\b': out += "\\b"; break;
-      case '\f': out += "\\f"; break;
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
+      case '\b':
+        out += "\\b";
+        break;
+      case '\f':
+        out += "\\f";
+        break;
       default:
         if (c < 0x20) {
           char escaped[8];

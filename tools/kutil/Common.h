@@ -77,9 +77,9 @@ int checkFile(const std::string& path);
 
 /// One scripted input of a behaviour run.
 struct RunInput {
-  int tick = 1;     ///< tick at which the command is pushed
-  int code = 0;     ///< command code
-  std::string text; ///< the command's text
+  int tick = 1;      ///< tick at which the command is pushed
+  int code = 0;      ///< command code
+  std::string text;  ///< the command's text
 };
 /// Options of a behaviour run.
 struct RunOptions {

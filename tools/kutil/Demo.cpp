@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 // `kutil demo`: a guided tour over the sample scene in examples/.
 #include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
@@ -43,7 +42,8 @@ int runDemo(const std::string& examples, std::string out) {
   std::error_code ec;
   if (!fs::is_directory(examples, ec)) return fail(examples + ": the sample folder does not exist.");
   if (out.empty()) out = defaultOutput();
-  if (inside(out, examples)) return usage("the demo never writes into the sample folder; give --out another folder.");
+  if (inside(out, examples))
+    return usage("the demo never writes into the sample folder; give --out another folder.");
   fs::create_directories(out, ec);
   if (!fs::is_directory(out, ec)) return fail(out + ": the output folder cannot be made.");
   const fs::path dir(examples);
@@ -104,7 +104,8 @@ void addDemoCommand(CLI::App& app, int* result) {
   CLI::App* sub = app.add_subcommand(
       "demo", "Check the sample content, run two behaviours, export shapes and look up a message.");
   sub->add_option("examples", *examples, "Folder of the sample content (default: examples)");
-  sub->add_option("--out", *out, "Folder for the exported files (default: build/demo, or a temporary folder)");
+  sub->add_option("--out", *out,
+                  "Folder for the exported files (default: build/demo, or a temporary folder)");
   sub->callback([examples, out, result] { *result = runDemo(*examples, *out); });
 }
 

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 // kutil: checks, runs, exports and normalises the content the library reads.
 #include <CLI/CLI.hpp>
-
 #include <exception>
 #include <iostream>
 
@@ -10,8 +9,9 @@
 #include "KUtil.h"
 
 int main(int argc, char** argv) {
-  CLI::App app{"kutil: check, run, export and normalise KUtil content (behaviours, shapes, scene lists, "
-               "recordings, markers, info sheets)."};
+  CLI::App app{
+      "kutil: check, run, export and normalise KUtil content (behaviours, shapes, scene lists, "
+      "recordings, markers, info sheets)."};
   app.name("kutil");
   app.set_version_flag("--version", std::string(KUTIL_VERSION_STRING));
   app.require_subcommand(1);

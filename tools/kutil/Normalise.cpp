@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 // `kutil normalise`, `kutil denormalise` and `kutil gather`: machine-independent content.
 #include <CLI/CLI.hpp>
-
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -39,7 +38,10 @@ std::string libraryComment() {
 class Progress {
  public:
   Progress(const char* label, std::size_t total)
-      : m_label(label), m_total(total), m_start(std::chrono::steady_clock::now()), m_terminal(stderrIsTerminal()) {}
+      : m_label(label),
+        m_total(total),
+        m_start(std::chrono::steady_clock::now()),
+        m_terminal(stderrIsTerminal()) {}
   ~Progress() {
     if (m_shown) std::fprintf(stderr, "\r%-72s\r", "");
   }
@@ -74,15 +76,22 @@ int normaliseFile(const std::string& path) {
   const std::string full = absolutePath(path);
   int ok = 0;
   switch (detectKind(path)) {
-    case FileKind::Behaviour: ok = KUConvertKCVToRelative(full.c_str()); break;
-    case FileKind::SceneList: ok = KUConvertKSLToRelative(full.c_str()); break;
-    case FileKind::Shape: ok = KUConvertKSFToRelative(full.c_str()); break;
-    default: return fail(path + ": only behaviour (.kvc), scene-list (.ksl) and shape (.ksf) files are normalised.");
+    case FileKind::Behaviour:
+      ok = KUConvertKCVToRelative(full.c_str());
+      break;
+    case FileKind::SceneList:
+      ok = KUConvertKSLToRelative(full.c_str());
+      break;
+    case FileKind::Shape:
+      ok = KUConvertKSFToRelative(full.c_str());
+      break;
+    default:
+      return fail(path + ": only behaviour (.kvc), scene-list (.ksl) and shape (.ksf) files are normalised.");
   }
   if (!ok) {
     const std::string at = libraryComment();
-    return fail(path + ": the file could not be normalised" + (at.empty() || at == full ? "" : " (while at " + at + ")") +
-                ".");
+    return fail(path + ": the file could not be normalised" +
+                (at.empty() || at == full ? "" : " (while at " + at + ")") + ".");
   }
   std::printf("normalised %s\n", path.c_str());
   return kExitOk;
@@ -94,7 +103,8 @@ int denormaliseFile(const std::string& path) {
   const std::string full = absolutePath(path);
   switch (detectKind(path)) {
     case FileKind::Behaviour:
-      if (!KUDeRelativiseKCV(full.c_str())) return fail(path + ": the behaviour file could not be denormalised.");
+      if (!KUDeRelativiseKCV(full.c_str()))
+        return fail(path + ": the behaviour file could not be denormalised.");
       break;
     case FileKind::SceneList: {
       std::string content;
@@ -114,7 +124,9 @@ int denormaliseFile(const std::string& path) {
       }
       break;
     }
-    default: return fail(path + ": only behaviour (.kvc), scene-list (.ksl) and shape (.ksf) files are denormalised.");
+    default:
+      return fail(path +
+                  ": only behaviour (.kvc), scene-list (.ksl) and shape (.ksf) files are denormalised.");
   }
   std::printf("denormalised %s against %s\n", path.c_str(), dir.c_str());
   return kExitOk;
@@ -124,7 +136,8 @@ int denormaliseFile(const std::string& path) {
 void gatherRows(CKDecide& table, const std::string& target, Progress* progress, std::size_t* done) {
   CKActionRow* row = nullptr;
   std::vector<CKActionRow*> rows;
-  for (int ok = table.DESelectFirstActionRow(&row); ok; ok = table.DESelectNextActionRow(&row)) rows.push_back(row);
+  for (int ok = table.DESelectFirstActionRow(&row); ok; ok = table.DESelectNextActionRow(&row))
+    rows.push_back(row);
   for (CKActionRow* r : rows) {
     char text[KAR_TEXTDATA_LEN + 1] = {0};
     if (r->ARGetTextData(text)) {
@@ -152,17 +165,20 @@ int gatherBehaviour(const std::string& path, const std::string& target, std::str
   Progress progress("gathering", rows);
   gatherRows(table, target, &progress, &done);
   *result = target + baseName(path);
-  if (!table.DEStoreToFile(result->c_str())) return fail(*result + ": the gathered behaviour cannot be written.");
+  if (!table.DEStoreToFile(result->c_str()))
+    return fail(*result + ": the gathered behaviour cannot be written.");
   return kExitOk;
 }
 
 int gatherShape(const std::string& path, const std::string& target, std::string* result) {
   *result = target + baseName(path);
   std::error_code ec;
-  if (fs::absolute(path, ec) != fs::absolute(*result, ec)) fs::copy_file(path, *result, fs::copy_options::overwrite_existing, ec);
+  if (fs::absolute(path, ec) != fs::absolute(*result, ec))
+    fs::copy_file(path, *result, fs::copy_options::overwrite_existing, ec);
   if (ec) return fail(*result + ": the shape file cannot be copied there.");
   KUDeRelativiseKSF(absoluteDirectory(path).c_str(), result->c_str());
-  if (!KUCopyKSFFileParts(result->c_str(), target.c_str())) return fail(path + ": the shape's textures cannot be gathered.");
+  if (!KUCopyKSFFileParts(result->c_str(), target.c_str()))
+    return fail(path + ": the shape's textures cannot be gathered.");
   return kExitOk;
 }
 
@@ -200,7 +216,8 @@ int gatherSceneList(const std::string& path, const std::string& target, std::str
   std::ofstream f(*result, std::ios::binary | std::ios::trunc);
   for (const std::string& l : out) f << l << '\n';
   if (!f) return fail(*result + ": the gathered scene list cannot be written.");
-  if (missing) warn(path + ": " + std::to_string(missing) + " named files cannot be read and were not gathered.");
+  if (missing)
+    warn(path + ": " + std::to_string(missing) + " named files cannot be read and were not gathered.");
   return kExitOk;
 }
 
@@ -213,10 +230,17 @@ int gatherFile(const std::string& path, const std::string& into) {
   std::string result;
   int status = kExitFailed;
   switch (detectKind(path)) {
-    case FileKind::Behaviour: status = gatherBehaviour(path, target, &result); break;
-    case FileKind::SceneList: status = gatherSceneList(path, target, &result); break;
-    case FileKind::Shape: status = gatherShape(path, target, &result); break;
-    default: return fail(path + ": only behaviour (.kvc), scene-list (.ksl) and shape (.ksf) files are gathered.");
+    case FileKind::Behaviour:
+      status = gatherBehaviour(path, target, &result);
+      break;
+    case FileKind::SceneList:
+      status = gatherSceneList(path, target, &result);
+      break;
+    case FileKind::Shape:
+      status = gatherShape(path, target, &result);
+      break;
+    default:
+      return fail(path + ": only behaviour (.kvc), scene-list (.ksl) and shape (.ksf) files are gathered.");
   }
   if (status != kExitOk) return status;
   std::size_t files = 0;
@@ -230,7 +254,8 @@ int gatherFile(const std::string& path, const std::string& into) {
 void addNormaliseCommands(CLI::App& app, int* result) {
   auto files = std::make_shared<std::vector<std::string>>();
   CLI::App* n = app.add_subcommand(
-      "normalise", "Put the file names inside behaviour, scene-list and shape files into path-variable form.");
+      "normalise",
+      "Put the file names inside behaviour, scene-list and shape files into path-variable form.");
   n->add_option("files", *files, "Files to rewrite in place")->required();
   n->callback([files, result] {
     int status = kExitOk;
@@ -249,7 +274,8 @@ void addNormaliseCommands(CLI::App& app, int* result) {
   auto gfile = std::make_shared<std::string>();
   auto into = std::make_shared<std::string>();
   CLI::App* g = app.add_subcommand(
-      "gather", "Copy a file and everything it references into one directory, pointing the copy at the copies.");
+      "gather",
+      "Copy a file and everything it references into one directory, pointing the copy at the copies.");
   g->add_option("file", *gfile, "Behaviour, scene-list or shape file")->required();
   g->add_option("--into", *into, "Directory to gather into (made when missing)")->required();
   g->callback([gfile, into, result] { *result = gatherFile(*gfile, *into); });

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 // `kutil run`, `kutil record` and `kutil play`: the behaviour clock and the input recorder.
 #include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <cstdio>
 #include <iostream>
@@ -23,10 +22,11 @@ void printCommandHeader(const char* first, const char* amount) {
 }
 
 // One aligned line of the readable form, without trailing blanks.
-void printRow(int counter, int code, const std::string& name, const std::string& amount, const std::string& text) {
+void printRow(int counter, int code, const std::string& name, const std::string& amount,
+              const std::string& text) {
   char line[64];
-  std::snprintf(line, sizeof line, "%5d  %4d  %-10s  %-9s  ", counter, code, name.empty() ? "?" : name.c_str(),
-                amount.c_str());
+  std::snprintf(line, sizeof line, "%5d  %4d  %-10s  %-9s  ", counter, code,
+                name.empty() ? "?" : name.c_str(), amount.c_str());
   std::string out = std::string(line) + text;
   while (!out.empty() && out.back() == ' ') out.pop_back();
   std::printf("%s\n", out.c_str());
@@ -36,9 +36,9 @@ void printCommand(bool json, const char* counterName, int counter, int code, dou
                   const std::string& text) {
   const std::string name = commandName(code);
   if (json) {
-    std::printf("{\"%s\":%d,\"code\":%d,\"command\":%s,\"magnitude\":%s,\"flags\":%d,\"text\":%s}\n", counterName,
-                counter, code, name.empty() ? "null" : jsonString(name).c_str(), jsonNumber(magnitude).c_str(), flags,
-                jsonString(text).c_str());
+    std::printf("{\"%s\":%d,\"code\":%d,\"command\":%s,\"magnitude\":%s,\"flags\":%d,\"text\":%s}\n",
+                counterName, counter, code, name.empty() ? "null" : jsonString(name).c_str(),
+                jsonNumber(magnitude).c_str(), flags, jsonString(text).c_str());
   } else {
     printRow(counter, code, name, shortNumber(magnitude), text);
   }
@@ -48,7 +48,8 @@ void printCommand(bool json, const char* counterName, int counter, int code, dou
 bool splitAtTick(const std::string& argument, std::string* name, int* tick) {
   const std::size_t at = argument.rfind('@');
   long long t = 0;
-  if (at == std::string::npos || at == 0 || !parseInt(argument.substr(at + 1), &t) || t < 1 || t > 1000000) return false;
+  if (at == std::string::npos || at == 0 || !parseInt(argument.substr(at + 1), &t) || t < 1 || t > 1000000)
+    return false;
   *name = argument.substr(0, at);
   *tick = static_cast<int>(t);
   return true;
@@ -151,13 +152,15 @@ void addRunCommands(CLI::App& app, int* result) {
   auto events = std::make_shared<std::vector<std::string>>();
   auto commands = std::make_shared<std::vector<std::string>>();
   CLI::App* sub = app.add_subcommand(
-      "run", "Drive a behaviour's clock tick by tick with scripted input and print the commands of every tick.");
+      "run",
+      "Drive a behaviour's clock tick by tick with scripted input and print the commands of every tick.");
   sub->add_option("file", run->file, "Behaviour file (.kvc)")->required();
   sub->add_option("--event", *events, "Event pushed at a tick, as NAME@TICK (select@1, open@3)");
-  sub->add_option("--command", *commands, "Command pushed at a tick, as CODE@TICK (a number or keyword, 1@2)");
+  sub->add_option("--command", *commands,
+                  "Command pushed at a tick, as CODE@TICK (a number or keyword, 1@2)");
   sub->add_option("--ticks", run->ticks,
-                  "Ticks to run (default: the last input tick + " + std::to_string(kTrailingTicks) + ", at least " +
-                      std::to_string(kDefaultTicks) + ")")
+                  "Ticks to run (default: the last input tick + " + std::to_string(kTrailingTicks) +
+                      ", at least " + std::to_string(kDefaultTicks) + ")")
       ->check(CLI::Range(1, 1000000));
   sub->add_option("--trace", run->trace, "Write the clock's trace to this file");
   sub->add_flag("--json", run->json, "One JSON object per command and line");
@@ -169,7 +172,8 @@ void addRunCommands(CLI::App& app, int* result) {
       if (!splitAtTick(e, &name, &in.tick) || !CKActionRow::ARGetEventTypeFromText(&in.code, name.c_str())) {
         long long number = 0;
         if (!splitAtTick(e, &name, &in.tick) || !parseInt(name, &number)) {
-          *result = usage("--event " + e + " is not NAME@TICK with an event keyword (select, deselect, property, "
+          *result = usage("--event " + e +
+                          " is not NAME@TICK with an event keyword (select, deselect, property, "
                           "open, collide, impact, delete, cut, copy, ping) or code and a tick from 1.");
           return;
         }
@@ -181,7 +185,8 @@ void addRunCommands(CLI::App& app, int* result) {
       RunInput in;
       std::string name;
       if (!splitAtTick(c, &name, &in.tick) || !parseCommandCode(name, &in.code)) {
-        *result = usage("--command " + c + " is not CODE@TICK with a command code or keyword and a tick from 1.");
+        *result =
+            usage("--command " + c + " is not CODE@TICK with a command code or keyword and a tick from 1.");
         return;
       }
       options.inputs.push_back(in);
@@ -193,7 +198,8 @@ void addRunCommands(CLI::App& app, int* result) {
   auto recordCommands = std::make_shared<std::vector<std::string>>();
   CLI::App* rec = app.add_subcommand("record", "Write an input recording of the given commands.");
   rec->add_option("file", *recordFile, "Recording to write")->required();
-  rec->add_option("--command", *recordCommands, "Command as CODE[:FLAGS[:TEXT]] (a number or keyword)")->required();
+  rec->add_option("--command", *recordCommands, "Command as CODE[:FLAGS[:TEXT]] (a number or keyword)")
+      ->required();
   rec->callback([recordFile, recordCommands, result] {
     struct Entry {
       int code = 0;
@@ -212,7 +218,8 @@ void addRunCommands(CLI::App& app, int* result) {
       }
       if (first != std::string::npos) {
         const std::size_t second = c.find(':', first + 1);
-        const std::string flagText = c.substr(first + 1, second == std::string::npos ? std::string::npos : second - first - 1);
+        const std::string flagText =
+            c.substr(first + 1, second == std::string::npos ? std::string::npos : second - first - 1);
         if (!parseInt(flagText, &flags)) {
           *result = usage("--command " + c + " has flags that are not a whole number.");
           return;
@@ -221,7 +228,8 @@ void addRunCommands(CLI::App& app, int* result) {
       }
       e.flags = static_cast<int>(flags);
       if (e.text.size() > static_cast<std::size_t>(KIR_TEXT_LEN)) {
-        *result = usage("--command " + c + " has a text longer than " + std::to_string(KIR_TEXT_LEN) + " characters.");
+        *result = usage("--command " + c + " has a text longer than " + std::to_string(KIR_TEXT_LEN) +
+                        " characters.");
         return;
       }
       entries.push_back(e);
@@ -248,7 +256,8 @@ void addRunCommands(CLI::App& app, int* result) {
     recorder.IRTerminate();
     std::string written;
     readFile(*recordFile, &written);
-    std::printf("%s: stored %d commands in %zu lines", recordFile->c_str(), stored, splitLines(written).size());
+    std::printf("%s: stored %d commands in %zu lines", recordFile->c_str(), stored,
+                splitLines(written).size());
     if (dropped) std::printf(" (%d NULL dropped after a cancelling command)", dropped);
     std::printf("\n");
     *result = kExitOk;

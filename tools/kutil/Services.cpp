@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 // `kutil splash`, `kutil settings` and `kutil message`: the application services.
 #include <CLI/CLI.hpp>
-
 #include <cctype>
 #include <cstdio>
 #include <cstring>
@@ -60,13 +59,15 @@ const Setting kSettings[] = {
     signedSetting("RenderWidth", KUGetRegRenderWidth, KUSetRegRenderWidth),
     textSetting("GLibrary", KUGetRegGraphics, KUSetRegGraphics),
     textSetting("SharedMemory", KUGetRegSharedMemory, KUSetRegSharedMemory),
-    {"BuildNumber", SettingType::Build, KUGetRegBuildNumber, nullptr, nullptr, KUSetRegBuildNumber, nullptr, nullptr},
+    {"BuildNumber", SettingType::Build, KUGetRegBuildNumber, nullptr, nullptr, KUSetRegBuildNumber, nullptr,
+     nullptr},
 };
 
 bool sameName(const std::string& a, const char* b) {
   if (a.size() != std::strlen(b)) return false;
   for (std::size_t i = 0; i < a.size(); ++i) {
-    if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i]))) return false;
+    if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
+      return false;
   }
   return true;
 }
@@ -135,15 +136,16 @@ int writeSetting(const Setting& s, const std::string& value) {
   }
   if (!ok) {
     return fail(std::string("the setting ") + s.name + " cannot be written" +
-                (s.type == SettingType::Build ? " (the build number lives in the machine-wide store, which needs "
-                                                "administrator rights)."
-                                              : "."));
+                (s.type == SettingType::Build
+                     ? " (the build number lives in the machine-wide store, which needs "
+                       "administrator rights)."
+                     : "."));
   }
   return kExitOk;
 }
 
-int paintSplash(const std::string& text, const std::string& comment, const std::string& extra, int progress, int max,
-                int mode, const std::string& out) {
+int paintSplash(const std::string& text, const std::string& comment, const std::string& extra, int progress,
+                int max, int mode, const std::string& out) {
 #if defined(KUTIL_TOOL_HAS_CAIRO)
   constexpr int kWidth = 608, kHeight = 272;  // room for the fixed positions the splash paints at
   if (text.size() > 260 || comment.size() > 260 || extra.size() > 260) {
@@ -202,14 +204,16 @@ void addServiceCommands(CLI::App& app, int* result) {
   sp->add_option("--text", splash->text, "Main line");
   sp->add_option("--comment", splash->comment, "Comment line");
   sp->add_option("--extra", splash->extra, "The only line of display mode 2");
-  sp->add_option("--progress", splash->progress, "Progress (-1 hides the bar)")->check(CLI::Range(-1, 1000000));
-  sp->add_option("--max", splash->max, "Progress that fills the bar (default 100)")->check(CLI::Range(1, 1000000));
+  sp->add_option("--progress", splash->progress, "Progress (-1 hides the bar)")
+      ->check(CLI::Range(-1, 1000000));
+  sp->add_option("--max", splash->max, "Progress that fills the bar (default 100)")
+      ->check(CLI::Range(1, 1000000));
   sp->add_option("--mode", splash->mode, "Display mode: 0 whole window, 1 panel, 2 one extra line")
       ->check(CLI::Range(0, 2));
   sp->add_option("--out", splash->out, "PNG picture to write")->required();
   sp->callback([splash, result] {
-    *result = paintSplash(splash->text, splash->comment, splash->extra, splash->progress, splash->max, splash->mode,
-                          splash->out);
+    *result = paintSplash(splash->text, splash->comment, splash->extra, splash->progress, splash->max,
+                          splash->mode, splash->out);
   });
 
   CLI::App* settings = app.add_subcommand("settings", "Read and write the user settings.");

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 // `kutil shape` and `kutil globe`: solids from shape files, exported as Wavefront OBJ and as a picture.
 #include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -76,7 +75,8 @@ double triangleArea2(const Mesh& m, const std::array<int, 3>& t) {
 // A triangle counts as degenerate when its area is negligible beside its longest edge.
 bool degenerate(const Mesh& m, const std::array<int, 3>& t) {
   double longest = 0;
-  for (int i = 0; i < 3; ++i) longest = std::max(longest, length(m.positions[t[(i + 1) % 3]] - m.positions[t[i]]));
+  for (int i = 0; i < 3; ++i)
+    longest = std::max(longest, length(m.positions[t[(i + 1) % 3]] - m.positions[t[i]]));
   return longest <= 0 || triangleArea2(m, t) <= 1e-9 * longest * longest;
 }
 
@@ -97,7 +97,8 @@ bool isClosed(const Mesh& m) {
   std::vector<int> id(m.positions.size());
   for (std::size_t i = 0; i < m.positions.size(); ++i) {
     const Vec& p = m.positions[i];
-    const std::array<long long, 3> key = {std::llround(p.x * 1e4), std::llround(p.y * 1e4), std::llround(p.z * 1e4)};
+    const std::array<long long, 3> key = {std::llround(p.x * 1e4), std::llround(p.y * 1e4),
+                                          std::llround(p.z * 1e4)};
     id[i] = weld.emplace(key, static_cast<int>(weld.size())).first->second;
   }
   std::map<std::pair<int, int>, int> edges;
@@ -140,7 +141,8 @@ bool buildMesh(CKVGen& gen, double size, Mesh* out, std::string* problem) {
   double extent = 0.0;
   _D3DRMBOX* box = nullptr;
   if (gen.KVGetSeedFaceBox(&box) && box) {
-    extent = std::max(static_cast<double>(box->max.x - box->min.x), static_cast<double>(box->max.y - box->min.y));
+    extent =
+        std::max(static_cast<double>(box->max.x - box->min.x), static_cast<double>(box->max.y - box->min.y));
   }
   if (size > 0 && extent > 0) scale = size / extent;
 
@@ -167,16 +169,20 @@ bool buildMesh(CKVGen& gen, double size, Mesh* out, std::string* problem) {
     int tiling = 1;
     const double mapSize = extent > 0 ? extent * scale : 1.0;
     gen.KVGetFrontTiling(&tiling);
-    const bool frontMapped = GKVCalculateEndPlaneVertexMappings(&gen, 0, tiling, static_cast<float>(mapSize)) != 0;
+    const bool frontMapped =
+        GKVCalculateEndPlaneVertexMappings(&gen, 0, tiling, static_cast<float>(mapSize)) != 0;
     tiling = 1;
     gen.KVGetBackTiling(&tiling);
-    const bool backMapped = last > 0 && GKVCalculateEndPlaneVertexMappings(&gen, 1, tiling, static_cast<float>(mapSize));
+    const bool backMapped =
+        last > 0 && GKVCalculateEndPlaneVertexMappings(&gen, 1, tiling, static_cast<float>(mapSize));
     const int frontUv = static_cast<int>(m.uvs.size());
     for (int i = 0; i < n; ++i) {
       tagKTessVertex* t = nullptr;
       gen.KVSelectSeedVertexByNumber(i);
-      if (frontMapped && gen.KVGetSelectedSeedVertexTessPointer(&t) && t) m.uvs.push_back({t->u, t->v});
-      else m.uvs.push_back({0.0, 0.0});
+      if (frontMapped && gen.KVGetSelectedSeedVertexTessPointer(&t) && t)
+        m.uvs.push_back({t->u, t->v});
+      else
+        m.uvs.push_back({0.0, 0.0});
     }
     const int backUv = static_cast<int>(m.uvs.size());
     if (last > 0) {
@@ -185,12 +191,15 @@ bool buildMesh(CKVGen& gen, double size, Mesh* out, std::string* problem) {
       for (int i = 0; i < n; ++i) {
         tagKTessVertex* t = nullptr;
         gen.KVSelectGenVertexByNumber(i);
-        if (backMapped && gen.KVGetSelectedGenVertexTessPointer(&t) && t) m.uvs.push_back({t->u, t->v});
-        else m.uvs.push_back({0.0, 0.0});
+        if (backMapped && gen.KVGetSelectedGenVertexTessPointer(&t) && t)
+          m.uvs.push_back({t->u, t->v});
+        else
+          m.uvs.push_back({0.0, 0.0});
       }
     }
     int a = 0, b = 0, c = 0;
-    for (int ok = gen.KVGetFirstTesselatedTriangle(&a, &b, &c); ok; ok = gen.KVGetNextTesselatedTriangle(&a, &b, &c)) {
+    for (int ok = gen.KVGetFirstTesselatedTriangle(&a, &b, &c); ok;
+         ok = gen.KVGetNextTesselatedTriangle(&a, &b, &c)) {
       if (a < 0 || b < 0 || c < 0 || a >= n || b >= n || c >= n) continue;
       ++m.capTriangles;
       if (last > 0) {
@@ -220,12 +229,14 @@ bool buildMesh(CKVGen& gen, double size, Mesh* out, std::string* problem) {
   gen.KVGetWrapTiling(&wrapTiling);
   if (wrapTiling < 1) wrapTiling = 1;
   std::vector<double> around(static_cast<std::size_t>(n) + 1, 0.0);
-  for (int i = 0; i < n; ++i) around[i + 1] = around[i] + length(m.positions[at(0, i + 1)] - m.positions[at(0, i)]);
+  for (int i = 0; i < n; ++i)
+    around[i + 1] = around[i] + length(m.positions[at(0, i + 1)] - m.positions[at(0, i)]);
   const double perimeter = around[n] > 0 ? around[n] : 1.0;
   const int sideUv = static_cast<int>(m.uvs.size());
   for (int k = 0; k <= last; ++k) {
     for (int i = 0; i <= n; ++i) {
-      m.uvs.push_back({around[i] / perimeter * wrapTiling, last > 0 ? static_cast<double>(k) / last * wrapTiling : 0.0});
+      m.uvs.push_back(
+          {around[i] / perimeter * wrapTiling, last > 0 ? static_cast<double>(k) / last * wrapTiling : 0.0});
     }
   }
   auto sideUvAt = [&](int plane, int i) { return sideUv + plane * (n + 1) + i; };
@@ -234,7 +245,8 @@ bool buildMesh(CKVGen& gen, double size, Mesh* out, std::string* problem) {
       for (int i = 0; i < n; ++i) {
         // Corners as the library orders a side face: previous i, previous i+1, current i+1, current i.
         std::array<int, 4> v = {at(k - 1, i), at(k - 1, i + 1), at(k, i + 1), at(k, i)};
-        std::array<int, 4> t = {sideUvAt(k - 1, i), sideUvAt(k - 1, i + 1), sideUvAt(k, i + 1), sideUvAt(k, i)};
+        std::array<int, 4> t = {sideUvAt(k - 1, i), sideUvAt(k - 1, i + 1), sideUvAt(k, i + 1),
+                                sideUvAt(k, i)};
         if (reversed) {
           std::reverse(v.begin(), v.end());
           std::reverse(t.begin(), t.end());
@@ -267,8 +279,8 @@ bool writeObj(const Mesh& m, const std::string& source, const std::string& path)
   std::ofstream f(path, std::ios::binary | std::ios::trunc);
   if (!f) return false;
   f << "# " << baseName(source) << " exported by kutil\n";
-  f << "# " << m.seedVertices << " seed vertices, " << m.planes << " generated plane(s), " << m.triangles.size()
-    << " faces\n";
+  f << "# " << m.seedVertices << " seed vertices, " << m.planes << " generated plane(s), "
+    << m.triangles.size() << " faces\n";
   for (int g = 0; g < 3; ++g) {
     if (!m.textures[g].empty()) f << "# " << kGroupNames[g] << " texture: " << m.textures[g] << '\n';
   }
@@ -286,7 +298,8 @@ bool writeObj(const Mesh& m, const std::string& source, const std::string& path)
     f << line;
   }
   for (const Triangle& t : m.triangles) {
-    const Vec nrm = normalised(cross(m.positions[t.v[1]] - m.positions[t.v[0]], m.positions[t.v[2]] - m.positions[t.v[0]]));
+    const Vec nrm = normalised(
+        cross(m.positions[t.v[1]] - m.positions[t.v[0]], m.positions[t.v[2]] - m.positions[t.v[0]]));
     std::snprintf(line, sizeof line, "vn %.6f %.6f %.6f\n", nrm.x, nrm.y, nrm.z);
     f << line;
   }
@@ -380,8 +393,10 @@ bool writePng(const Mesh& m, const std::string& source, const std::string& path)
     for (std::size_t i = 0; i < poly.v.size(); ++i) {
       double sx = 0, sy = 0;
       screen(v[poly.v[i]], &sx, &sy);
-      if (i == 0) cairo_move_to(cr, sx, sy);
-      else cairo_line_to(cr, sx, sy);
+      if (i == 0)
+        cairo_move_to(cr, sx, sy);
+      else
+        cairo_line_to(cr, sx, sy);
     }
     cairo_close_path(cr);
     const double* c = base[poly.group];
@@ -396,8 +411,8 @@ bool writePng(const Mesh& m, const std::string& source, const std::string& path)
   cairo_set_source_rgb(cr, 0.15, 0.17, 0.22);
   std::ostringstream caption;
   caption << baseName(source) << ": " << m.seedVertices << " seed vertices, " << m.planes
-          << (m.planes == 1 ? " generated plane, " : " generated planes, ")
-          << m.triangles.size() << " faces" << (m.tessellated ? "" : " (side faces only)");
+          << (m.planes == 1 ? " generated plane, " : " generated planes, ") << m.triangles.size() << " faces"
+          << (m.tessellated ? "" : " (side faces only)");
   cairo_move_to(cr, 14, kHeight - 16);
   cairo_show_text(cr, caption.str().c_str());
   cairo_destroy(cr);
@@ -426,7 +441,9 @@ bool pngAvailable() {
 #endif
 }
 
-const char* pngUnavailableSentence() { return "PNG export is not available in this build of kutil (it has no Cairo)."; }
+const char* pngUnavailableSentence() {
+  return "PNG export is not available in this build of kutil (it has no Cairo).";
+}
 
 int exportShape(const ShapeOptions& options) {
   if (!options.png.empty() && !pngAvailable()) return fail(pngUnavailableSentence());
@@ -443,18 +460,21 @@ int exportShape(const ShapeOptions& options) {
   if (!options.quiet) {
     std::printf("%s: %d seed vertices, %d generated plane%s, %s, %zu faces (%s)\n", options.file.c_str(),
                 mesh.seedVertices, mesh.planes, mesh.planes == 1 ? "" : "s",
-                mesh.tessellated ? ("end planes of " + std::to_string(mesh.capTriangles) + " triangles").c_str()
-                                 : "seed does not tessellate: side faces only",
+                mesh.tessellated
+                    ? ("end planes of " + std::to_string(mesh.capTriangles) + " triangles").c_str()
+                    : "seed does not tessellate: side faces only",
                 mesh.triangles.size(), mesh.closed ? "closed" : "open");
   }
   if (!options.obj.empty()) {
-    if (!writeObj(mesh, options.file, options.obj)) return fail(options.obj + ": the OBJ file cannot be written.");
+    if (!writeObj(mesh, options.file, options.obj))
+      return fail(options.obj + ": the OBJ file cannot be written.");
     std::printf("wrote %s (%zu vertices, %zu faces)\n", options.obj.c_str(), mesh.positions.size(),
                 mesh.triangles.size());
   }
 #if defined(KUTIL_TOOL_HAS_CAIRO)
   if (!options.png.empty()) {
-    if (!writePng(mesh, options.file, options.png)) return fail(options.png + ": the picture cannot be written.");
+    if (!writePng(mesh, options.file, options.png))
+      return fail(options.png + ": the picture cannot be written.");
     std::printf("wrote %s (640 x 480 oblique view)\n", options.png.c_str());
   }
 #endif
@@ -464,7 +484,8 @@ int exportShape(const ShapeOptions& options) {
 void addShapeCommands(CLI::App& app, int* result) {
   auto shape = std::make_shared<ShapeOptions>();
   CLI::App* sub = app.add_subcommand(
-      "shape", "Restore a shape, tessellate and generate it, and export it as Wavefront OBJ and as a PNG picture.");
+      "shape",
+      "Restore a shape, tessellate and generate it, and export it as Wavefront OBJ and as a PNG picture.");
   sub->add_option("file", shape->file, "Shape file (.ksf)")->required();
   sub->add_option("--obj", shape->obj, "Write the solid as Wavefront OBJ");
   sub->add_option("--png", shape->png, "Paint an oblique view of the solid as PNG");
@@ -479,8 +500,10 @@ void addShapeCommands(CLI::App& app, int* result) {
     std::string out;
   };
   auto globe = std::make_shared<Globe>();
-  CLI::App* g = app.add_subcommand("globe", "Write a globe shape file: a half circle turned about the y axis.");
-  g->add_option("--segments", globe->segments, "Turns about the y axis (default 12)")->check(CLI::Range(1, 10000));
+  CLI::App* g =
+      app.add_subcommand("globe", "Write a globe shape file: a half circle turned about the y axis.");
+  g->add_option("--segments", globe->segments, "Turns about the y axis (default 12)")
+      ->check(CLI::Range(1, 10000));
   g->add_option("--rings", globe->rings, "Steps of the half circle (default 8)")->check(CLI::Range(1, 10000));
   g->add_option("--radius", globe->radius, "Radius (default 1)")->check(CLI::PositiveNumber);
   g->add_option("--out", globe->out, "Shape file to write")->required();
