@@ -6,10 +6,10 @@
 #include <cstring>
 
 #include "ActionRowInternals.h"
-#include "ClockSource.h"
 #include "DecideInternals.h"
 #include "KDecide.h"
 #include "KText.h"
+#include "TestHooks.h"
 
 using kutil::detail::ActionRowAccess;
 using kutil::detail::DecideAccess;

@@ -63,6 +63,25 @@ bool samePath(const char* a, const char* b) {
   return KUstrNIcmp(a, b, static_cast<int>(la < INT_MAX ? la : INT_MAX)) == 1;
 }
 
+bool writeSegmentLine(std::FILE* stream, const char* tag, const char* value) {
+  value = orEmpty(value);
+  std::fprintf(stream, "%s[%zu]%s", orEmpty(tag), std::strlen(value), value);
+  return std::fputc('\n', stream) != EOF;
+}
+
+bool writeSegmentLine(std::FILE* stream, const char* tag, int value) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%d", value);
+  return writeSegmentLine(stream, tag, text);
+}
+
+bool writeSegmentLine(std::FILE* stream, const char* tag, float value) {
+  // "%.4f" of the largest float has 39 digits before the point.
+  char text[64];
+  std::snprintf(text, sizeof text, "%.4f", static_cast<double>(value));
+  return writeSegmentLine(stream, tag, text);
+}
+
 }  // namespace kutil::detail
 
 int KUSetError(int code) {

@@ -1,7 +1,24 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
 /// @file KUtilBase.h
-/// Export macro and the shared platform records every family header uses.
+/// Export macro, the shared platform records every family header uses, and what the library
+/// keeps per process.
+///
+/// @section threads Threads and process-wide state
+/// KUtil starts no threads and locks nothing. The host drives it from one thread; no function is
+/// reentrant, and two threads must never call into the library at the same time. These live for
+/// the whole process, each with a defined starting value and no other initialisation:
+/// - the last error code (5, "no error") and the comment text (a notice line): KUSetError,
+///   KUSetComment;
+/// - the path-variable table (the default directories): KUSetNormalisationVariables;
+/// - the special-folder caches, filled on the first successful lookup of each folder;
+/// - the message sink (none: messages go to the platform's own) and the string table loaded by
+///   KULoadStringInitialise;
+/// - on POSIX, the table of open settings-store handles and the launched child processes the
+///   shell helpers reap, and the sound backend's context, made on the first sound played.
+/// Objects hold no pointers to one another beyond what the host attaches (FIFOs to a CKDecide).
+/// Tests replace the few sources a test cannot observe or control (the clock, the sound device,
+/// the system colours) and reset the tables above through internal hooks that hosts never see.
 #pragma once
 
 #if defined(KUTIL_STATIC)
@@ -82,3 +99,12 @@ typedef struct tagKDATETIME {
   int second;    ///< 0-60
   int extra;     ///< set to -1 by KUGetDateTime
 } tagKDATETIME;
+
+namespace kutil::detail {
+/// The one way the library's own sources and its tests reach a class's private members: every
+/// exported class befriends Internals<itself>, and the specialisation, defined in a private
+/// header beside the class's sources (for example DecideInternals.h), offers just the fields and
+/// steps other files need. Hosts never see a specialisation.
+template <class Class>
+struct Internals;
+}  // namespace kutil::detail

@@ -9,7 +9,7 @@
 #include "KPathVars.h"
 #include "KText.h"
 #include "OsFileSystem.h"
-#include "PathVarsDetail.h"
+#include "TestHooks.h"
 #include "TextDetail.h"
 
 using kutil::detail::kMaxPath;

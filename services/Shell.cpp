@@ -15,6 +15,7 @@
 #include "OsShell.h"
 #include "ProductInfo.h"
 #include "ShellDetail.h"
+#include "TestHooks.h"
 
 namespace {
 

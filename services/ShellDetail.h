@@ -5,9 +5,6 @@
 
 namespace kutil::detail {
 
-/// Empties the process-wide special-folder caches, so that the next lookup starts afresh.
-void resetSpecialFolderCaches();
-
 /// The last error KURawRunSysCmd stores for a ShellExecuteA result.
 int shellResultToError(long result);
 

@@ -12,7 +12,7 @@
 #include "KSound.h"
 #include "KText.h"
 #include "OsSound.h"
-#include "SoundPlayer.h"
+#include "TestHooks.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include "KSplash.h"
 #include "KText.h"
 #include "OsPaint.h"
-#include "SplashColours.h"
+#include "TestHooks.h"
 
 namespace {
 

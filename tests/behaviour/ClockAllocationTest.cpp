@@ -1,45 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
-// A behaviour tick must not allocate: this file replaces the global operator new of the test program
-// with one that counts while a window is open.
+// A behaviour tick must not allocate: the test program's operator new counts while a window is open.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
+#include <string>
 
+#include "Allocation.h"
 #include "DecideTestSupport.h"
-
-// The replacements below hand out malloc memory and give it back with free, which GCC flags once it
-// inlines a delete next to its new.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-#endif
-
-namespace {
-bool g_counting = false;
-long g_allocations = 0;
-
-void* allocate(std::size_t size) noexcept {
-  if (g_counting) ++g_allocations;
-  return std::malloc(size != 0 ? size : 1);
-}
-void* allocateOrThrow(std::size_t size) {
-  if (void* p = allocate(size)) return p;
-  throw std::bad_alloc();
-}
-}  // namespace
-
-// Every form is replaced: a sanitizer runtime would otherwise supply its own for the rest.
-void* operator new(std::size_t size) { return allocateOrThrow(size); }
-void* operator new[](std::size_t size) { return allocateOrThrow(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
-void operator delete(void* p, const std::nothrow_t&) noexcept { std::free(p); }
-void operator delete[](void* p, const std::nothrow_t&) noexcept { std::free(p); }
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete[](void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
-void operator delete[](void* p, std::size_t) noexcept { std::free(p); }
 
 namespace {
 
@@ -65,17 +32,15 @@ long allocationsOver(Behaviour& b, int ticks) {
   int flags = 0;
   float magnitude = 0;
   char text[KFI_TEXT_LEN + 1];
-  g_allocations = 0;
   g_outputs = 0;
-  g_counting = true;
+  kutil::test::AllocationCounter counter;
   for (int i = 0; i < ticks; ++i) {
     const int input = inputs[i % (sizeof inputs / sizeof inputs[0])];
     if (input != -1) b.in.FIPushFIFOCommand(input, 1.0f, "text", 3);
     b.table.DEClock();
     while (b.out.FIPopFIFOCommand(&code, &magnitude, text, &flags)) ++g_outputs;
   }
-  g_counting = false;
-  return g_allocations;
+  return counter.count();
 }
 
 TEST(CKDecideClockMemory, TicksOfABusyTableAllocateNothing) {
@@ -96,10 +61,9 @@ TEST(CKDecideClockMemory, TicksOfABusyTableAllocateNothing) {
   EXPECT_GT(g_outputs, 5000) << "the table must really be busy";
 
   // The counter itself works.
-  g_counting = true;
+  kutil::test::AllocationCounter counter;
   delete new std::string(100, 'x');
-  g_counting = false;
-  EXPECT_GE(g_allocations, 1);
+  EXPECT_GE(counter.count(), 1);
 }
 
 TEST(CKDecideClockMemory, PlaybackAllocatesItsRecorderOnceOnly) {

@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "ActionRowInternals.h"
-#include "ClockSource.h"
 #include "DecideInternals.h"
 #include "KDecide.h"
 #include "KFIFO.h"
+#include "TestHooks.h"
 #include "TestSupport.h"
 
 namespace kutil::test {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "PathVarsDetail.h"
+#include "TestHooks.h"
 #include "TestSupport.h"
 
 namespace kutil::test {

@@ -18,7 +18,7 @@
 #include "KText.h"
 #include "Overlong.h"
 #include "ServicesTestSupport.h"
-#include "SoundPlayer.h"
+#include "TestHooks.h"
 #include "TestSupport.h"
 
 #if !defined(_WIN32)

@@ -12,6 +12,7 @@
 #include "KText.h"
 #include "ServicesTestSupport.h"
 #include "ShellDetail.h"
+#include "TestHooks.h"
 
 #if !defined(_WIN32)
 #include <unistd.h>

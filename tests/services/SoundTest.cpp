@@ -8,7 +8,7 @@
 
 #include "KSound.h"
 #include "OsSound.h"
-#include "SoundPlayer.h"
+#include "TestHooks.h"
 #include "TestSupport.h"
 
 namespace {

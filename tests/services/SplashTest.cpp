@@ -7,7 +7,7 @@
 
 #include "KSplash.h"
 #include "OsPaint.h"
-#include "SplashColours.h"
+#include "TestHooks.h"
 #include "TestSupport.h"
 
 #if !defined(_WIN32)

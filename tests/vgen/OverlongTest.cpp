@@ -15,7 +15,7 @@
 #include "KPathVars.h"
 #include "KVGen.h"
 #include "Overlong.h"
-#include "PathVarsDetail.h"
+#include "TestHooks.h"
 #include "TestSupport.h"
 
 namespace {
