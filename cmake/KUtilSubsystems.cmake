@@ -5,10 +5,11 @@
 # a view of the exported headers that holds just the ones it and they own. A
 # source that includes a header of a higher layer does not compile.
 #
-#   services ─────────────────────────────┐
-#   behaviour ──► vgen ──► footprint ──► geometry ──► foundation ──► platform
-#        │          └────► normalise ─────────────────┘
-#        └───────────────► normalise
+#   platform ◄── foundation ◄── geometry ◄── footprint ◄── vgen ◄── behaviour
+#                  ▲ ▲                                      │         │
+#                  │ └───────────── normalise ◄─────────────┴─────────┘
+#                  └──────────── services
+#   (A ◄── B: B builds on A)
 #
 # The shared KUtil and the static kutil_internal (for tests, benchmarks and
 # fuzz targets) are both made of these objects.
