@@ -77,6 +77,9 @@ void BM_ViewFrameLibrary1000Files(benchmark::State& state) {
   state.counters["bumps"] = world.collisions();
   state.counters["inside"] = world.insideFrames();
 }
-BENCHMARK(BM_ViewFrameLibrary1000Files)->Unit(benchmark::kMicrosecond)->Repetitions(5)->ReportAggregatesOnly(true);
+BENCHMARK(BM_ViewFrameLibrary1000Files)
+    ->Unit(benchmark::kMicrosecond)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
 
 }  // namespace

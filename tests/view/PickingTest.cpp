@@ -32,7 +32,8 @@ TEST(ViewPicking, DrawingLandsWhereTheCameraPutsEachPoint) {
   Walker w = tiltedViewer();
   const std::array<float, 16> m = clipMatrix(w.camera(), kWidth, kHeight);
   float lastDepth = -1.0f;
-  for (const _D3DVECTOR p : {_D3DVECTOR{1, 1.5f, 0}, _D3DVECTOR{3, 1, 2}, _D3DVECTOR{-2, 2.5f, 8}, _D3DVECTOR{9, 0, 40}}) {
+  for (const _D3DVECTOR p :
+       {_D3DVECTOR{1, 1.5f, 0}, _D3DVECTOR{3, 1, 2}, _D3DVECTOR{-2, 2.5f, 8}, _D3DVECTOR{9, 0, 40}}) {
     float clip[4];
     for (int r = 0; r < 4; ++r) clip[r] = m[r] * p.x + m[4 + r] * p.y + m[8 + r] * p.z + m[12 + r];
     float x = 0, y = 0;
@@ -83,7 +84,8 @@ TEST(ViewPicking, APickFindsTheObjectUnderThePixelAndMarksTheFaceHit) {
   auto pickAt = [&](const _D3DVECTOR& p) {
     float x = 0, y = 0;
     _D3DVECTOR origin{}, d{};
-    if (!worldToPixel(w.camera(), kWidth, kHeight, p, &x, &y) || !pixelRay(w.camera(), kWidth, kHeight, x, y, &origin, &d)) {
+    if (!worldToPixel(w.camera(), kWidth, kHeight, p, &x, &y) ||
+        !pixelRay(w.camera(), kWidth, kHeight, x, y, &origin, &d)) {
       return Pick();
     }
     return pickObject(objects, origin, d);
@@ -96,7 +98,9 @@ TEST(ViewPicking, APickFindsTheObjectUnderThePixelAndMarksTheFaceHit) {
   EXPECT_EQ(pickAt({0.0f, 6.0f, 5.0f}).object, -1);  // above both
   markHitFace(*objects[0], a.face);
   CKVGen& gen = objects[0]->gen;
-  const bool marked = a.face.plane < 0 ? gen.KVIsSeedFaceHit() : a.face.vertex >= 0 ? gen.KVSelectHitFaceByNumber(1) : gen.KVIsGenFaceHit();
+  const bool marked = a.face.plane < 0     ? gen.KVIsSeedFaceHit()
+                      : a.face.vertex >= 0 ? gen.KVSelectHitFaceByNumber(1)
+                                           : gen.KVIsGenFaceHit();
   EXPECT_TRUE(marked);
 }
 

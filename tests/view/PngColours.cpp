@@ -16,9 +16,9 @@ struct Band {
   const char* name;
   float from, to;  // hue in degrees
 };
-constexpr Band kBands[] = {{"red", 345, 360},   {"red", 0, 15},      {"orange", 15, 42},   {"yellow", 42, 70},
-                           {"green", 70, 170},  {"cyan", 170, 200},  {"blue", 200, 255},   {"violet", 255, 300},
-                           {"magenta", 300, 345}};
+constexpr Band kBands[] = {{"red", 345, 360},  {"red", 0, 15},       {"orange", 15, 42},
+                           {"yellow", 42, 70}, {"green", 70, 170},   {"cyan", 170, 200},
+                           {"blue", 200, 255}, {"violet", 255, 300}, {"magenta", 300, 345}};
 constexpr int kBandCount = sizeof(kBands) / sizeof(kBands[0]);
 
 // The hue (degrees) of a colour saturated and bright enough to have one, else -1.
@@ -26,9 +26,12 @@ float hueOf(float r, float g, float b) {
   const float hi = std::max({r, g, b}), lo = std::min({r, g, b}), span = hi - lo;
   if (hi < 0.25f || span / hi < 0.3f) return -1.0f;
   float h = 0.0f;
-  if (hi == r) h = 60.0f * (g - b) / span;
-  else if (hi == g) h = 60.0f * ((b - r) / span + 2.0f);
-  else h = 60.0f * ((r - g) / span + 4.0f);
+  if (hi == r)
+    h = 60.0f * (g - b) / span;
+  else if (hi == g)
+    h = 60.0f * ((b - r) / span + 2.0f);
+  else
+    h = 60.0f * ((r - g) / span + 4.0f);
   return h < 0.0f ? h + 360.0f : h;
 }
 

@@ -23,8 +23,8 @@ const SceneEntry* entryNamed(const SceneSource& s, const std::string& name) {
 
 TEST(ViewScene, FolderGroupsShapeAndBehaviourFilesWithTheFileOfTheirStem) {
   TempDir dir;
-  for (const char* name : {"readme.txt", "readme.ksf", "readme.kvc", "door.ksf", "door.kvc", "solo.kvc", ".hidden",
-                           "old.TMP", "views.mkl"}) {
+  for (const char* name : {"readme.txt", "readme.ksf", "readme.kvc", "door.ksf", "door.kvc", "solo.kvc",
+                           ".hidden", "old.TMP", "views.mkl"}) {
     ASSERT_TRUE(writeFile(dir.file(name), "x\n"));
   }
   std::filesystem::create_directory(dir.file("sub"));
@@ -55,7 +55,8 @@ TEST(ViewScene, SceneListResolvesItsVariablesAndReportsMissingFiles) {
   TempDir dir;
   std::filesystem::create_directory(dir.file("sub"));
   for (const char* name : {"a.txt", "b.wav", "sub/d.bmp"}) ASSERT_TRUE(writeFile(dir.file(name), "x\n"));
-  ASSERT_TRUE(writeFile(dir.file("hall.ksl"), "# the hall\r\n\n?KALDOKWQDIR?a.txt\nb.wav\n/no/such/c.txt\nsub\\d.bmp\n"));
+  ASSERT_TRUE(writeFile(dir.file("hall.ksl"),
+                        "# the hall\r\n\n?KALDOKWQDIR?a.txt\nb.wav\n/no/such/c.txt\nsub\\d.bmp\n"));
   const SceneSource s = listScene(dir.file("hall.ksl"));
   ASSERT_EQ(s.entries.size(), 3u);
   EXPECT_EQ(s.entries[0].path, dir.file("a.txt"));

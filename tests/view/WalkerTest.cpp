@@ -85,7 +85,7 @@ TEST_F(ViewWalker, AStepStraightAtAWallStopsAndACornerHolds) {
   walk(KAR_MOTION_FORWARD, 30);
   EXPECT_GT(x(), 4.4f);
   EXPECT_LE(x(), 4.7f + 1e-4f);
-  EXPECT_NEAR(z(), -4.0f, 1e-4f);  // nothing to slide along
+  EXPECT_NEAR(z(), -4.0f, 1e-4f);      // nothing to slide along
   start(-3, -3, -3.0f * kHalfPi / 2);  // into the corner at (-5, -5)
   walk(KAR_MOTION_FORWARD, 30);
   EXPECT_LT(x(), -4.4f);

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "Report.h"
+#include "Settings.h"
 #include "TestSupport.h"
 #include "World.h"
 
@@ -85,7 +86,8 @@ TEST_F(ViewWorld, ViewpointsAreWrittenReadBackAndRefusedWhereTheViewerCannotStan
   EXPECT_NEAR(reread.walker().state().position.y, 1.7f, 1e-4f);
   EXPECT_NEAR(reread.walker().state().heading, 0.4f, 1e-3f);
   // A viewpoint inside the object is refused and reported.
-  writeFile(dir.file("views.mkl"), "\n[MKJ][5]dummy\n[MKN][6]Inside\n[MKX][6]0.0000\n[MKZ][6]0.0000\n[MKE][5]dummy\n");
+  writeFile(dir.file("views.mkl"),
+            "\n[MKJ][5]dummy\n[MKN][6]Inside\n[MKX][6]0.0000\n[MKZ][6]0.0000\n[MKE][5]dummy\n");
   reread.viewpoints().load(dir.file("views.mkl"));
   EXPECT_FALSE(reread.jumpToViewpoint(0));
   ASSERT_EQ(again.shown().size(), 1u);
@@ -94,9 +96,12 @@ TEST_F(ViewWorld, ViewpointsAreWrittenReadBackAndRefusedWhereTheViewerCannotStan
 
 TEST(ViewRecording, WhatIsRecordedPlaysBackInOrder) {
   TempDir dir;
-  const std::vector<InputCommand> stored = {{KAR_MOTION_FORWARD, 0, ""},  {KAR_MOTION_FORWARD, 0, ""},
-                                            {KAR_MOTION_FORWARD, 0, ""},  {KAR_EVENT_SELECT, 0, "a.txt"},
-                                            {0, 0, ""},                   {0, 0, ""},
+  const std::vector<InputCommand> stored = {{KAR_MOTION_FORWARD, 0, ""},
+                                            {KAR_MOTION_FORWARD, 0, ""},
+                                            {KAR_MOTION_FORWARD, 0, ""},
+                                            {KAR_EVENT_SELECT, 0, "a.txt"},
+                                            {0, 0, ""},
+                                            {0, 0, ""},
                                             {KAR_MOTION_TURNRIGHT, 2, ""}};
   Recorder recorder;
   ASSERT_TRUE(recorder.open(dir.file("run.rec")));
@@ -117,6 +122,32 @@ TEST(ViewRecording, WhatIsRecordedPlaysBackInOrder) {
   }
   EXPECT_FALSE(player.next(&c));
   EXPECT_FALSE(player.open(dir.file("missing.rec")));
+}
+
+TEST(ViewSettings, SettingsAndPlacesAreKeptInTheStoreAndNonsenseIsIgnored) {
+  Settings s;
+  s.width = 1111;
+  s.height = 666;
+  s.walkSpeed = 0.75f;
+  ASSERT_TRUE(saveSettings(s));
+  const Settings back = loadSettings();
+  EXPECT_EQ(back.width, 1111);
+  EXPECT_EQ(back.height, 666);
+  EXPECT_FLOAT_EQ(back.walkSpeed, 0.75f);
+  ASSERT_TRUE(savePosition("/rooms/a", {1.5f, 1.6f, -2.25f}, 0.5f));
+  ASSERT_TRUE(savePosition("/rooms/b", {-4.0f, 1.6f, 3.0f}, -1.0f));
+  _D3DVECTOR p{};
+  float heading = 0.0f;
+  ASSERT_TRUE(loadPosition("/rooms/a", &p, &heading));  // one place per scene
+  EXPECT_FLOAT_EQ(p.x, 1.5f);
+  EXPECT_FLOAT_EQ(p.z, -2.25f);
+  EXPECT_FLOAT_EQ(heading, 0.5f);
+  EXPECT_FALSE(loadPosition("/rooms/c", &p, &heading));
+  s.width = 12;  // too small a window, too fast a walk: the defaults stand
+  s.walkSpeed = 99.0f;
+  ASSERT_TRUE(saveSettings(s));
+  EXPECT_EQ(loadSettings().width, Settings().width);
+  EXPECT_FLOAT_EQ(loadSettings().walkSpeed, Settings().walkSpeed);
 }
 
 TEST(ViewReport, FrameTimesAreSummedUpByTheirMedian) {

@@ -2,7 +2,10 @@
 # SPDX-License-Identifier: MIT
 # kutil-view: unit tests of its core, and runs of the program under Xvfb with Mesa's software OpenGL,
 # checked through its JSON report, its message log and its screenshot.
-#
+if(NOT CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  return()  # the viewer is built on Linux only
+endif()
+
 # tools/ is configured after tests/, so whether the viewer is built is known only at the end of the
 # top-level directory: the tests are added from there. GoogleTest's imported targets are made global
 # so that they can be linked from that directory.
@@ -22,12 +25,14 @@ function(kutil_view_core_tests dir)
   # The core calls into the library's static bundle, so it comes first.
   target_link_libraries(test_view PRIVATE kutil_view_core kutil_internal kutil_test_support GTest::gtest_main)
   target_compile_definitions(test_view PRIVATE KUTIL_VIEW_TEST_DATA="${dir}/data")
-  gtest_discover_tests(test_view DISCOVERY_TIMEOUT 120 PROPERTIES LABELS view TIMEOUT 300)
+  # The settings tests write to a store of their own.
+  gtest_discover_tests(test_view DISCOVERY_TIMEOUT 120 PROPERTIES LABELS view TIMEOUT 300
+    ENVIRONMENT KUTIL_REGISTRY_DIR=${PROJECT_BINARY_DIR}/view-test/registry)
 endfunction()
 
 # kutil_view_run(name [DISPLAY] [CODE n] [CHECK script] ARGS ...): runs the program in a scratch home.
 function(kutil_view_run name)
-  cmake_parse_arguments(V "DISPLAY" "CODE;CHECK" "ARGS" ${ARGN})
+  cmake_parse_arguments(V "DISPLAY" "CODE;CHECK" "ARGS;FIRST_ARGS" ${ARGN})
   set(dir ${PROJECT_SOURCE_DIR}/tests/view)
   set(defs -DVIEW=$<TARGET_FILE:kutil-view> -DWORK=${PROJECT_BINARY_DIR}/view-test/${name} -DDATA=${dir}/data
     -DPNG_COLOURS=$<TARGET_FILE:kutil_view_png_colours> -DLSAN_SUPPRESSIONS=${dir}/LeakSuppressions.txt)
@@ -41,7 +46,9 @@ function(kutil_view_run name)
     list(APPEND defs -DCHECK=${dir}/${V_CHECK})
   endif()
   string(REPLACE ";" "\\;" args "${V_ARGS}")
-  add_test(NAME view.${name} COMMAND ${CMAKE_COMMAND} ${defs} "-DARGS=${args}" -P ${dir}/RunView.cmake)
+  string(REPLACE ";" "\\;" first "${V_FIRST_ARGS}")
+  add_test(NAME view.${name} COMMAND ${CMAKE_COMMAND} ${defs} "-DARGS=${args}" "-DFIRST_ARGS=${first}"
+    -P ${dir}/RunView.cmake)
   # One virtual display at a time: the runs are heavy for the software renderer anyway.
   set_tests_properties(view.${name} PROPERTIES LABELS view TIMEOUT 300 SKIP_RETURN_CODE 77
     RESOURCE_LOCK kutil_view_display)
@@ -76,10 +83,11 @@ function(kutil_view_tests)
     ARGS @DATA@/broken --frames 3 --report @WORK@/report.json --log @WORK@/view.log)
   kutil_view_run(missing_path DISPLAY CHECK CheckMissing.cmake
     ARGS @DATA@/no-such-folder --frames 2 --report @WORK@/report.json --log @WORK@/view.log)
+  kutil_view_run(settings_kept DISPLAY CHECK CheckSettings.cmake
+    FIRST_ARGS @DATA@/select --frames 1 --size 1000x700 --speed 0.5
+    ARGS @DATA@/select --frames 1 --report @WORK@/report.json)
   kutil_view_run(screenshot DISPLAY CHECK CheckScreenshot.cmake
     ARGS @DATA@/kinds --frames 5 --size 1280x800 --screenshot @WORK@/shot.png --report @WORK@/report.json)
 endfunction()
 
-if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
-  cmake_language(DEFER DIRECTORY ${PROJECT_SOURCE_DIR} CALL kutil_view_tests)
-endif()
+cmake_language(DEFER DIRECTORY ${PROJECT_SOURCE_DIR} CALL kutil_view_tests)

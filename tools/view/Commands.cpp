@@ -37,7 +37,8 @@ bool isPing(int code, const std::string& text) {
 
 void World::carryOut(SceneObject& object, int code, float magnitude, const std::string& text) {
   std::string shown = text;
-  const std::string note = isMotionCode(code) ? moveObject(object, code, magnitude) : request(object, code, text, &shown);
+  const std::string note =
+      isMotionCode(code) ? moveObject(object, code, magnitude) : request(object, code, text, &shown);
   remember(object, code, magnitude, shown, note);
 }
 
@@ -51,17 +52,38 @@ std::string World::moveObject(SceneObject& object, int code, float magnitude) {
   const float s = std::sin(heading), c = std::cos(heading);
   _D3DVECTOR& p = object.position;
   switch (code) {
-    case KAR_MOTION_FORWARD: p.x += s * m, p.z += c * m; break;
-    case KAR_MOTION_BACKWARD: p.x -= s * m, p.z -= c * m; break;
-    case KAR_MOTION_SHIFTLEFT: p.x -= c * m, p.z += s * m; break;
-    case KAR_MOTION_SHIFTRIGHT: p.x += c * m, p.z -= s * m; break;
-    case KAR_MOTION_UP: p.y = std::min(p.y + m, kMaxLift); break;
-    case KAR_MOTION_DOWN: p.y = std::max(p.y - m, 0.0f); break;
-    case KAR_MOTION_TURNLEFT: object.heading -= m; break;
-    case KAR_MOTION_TURNRIGHT: object.heading += m; break;
-    case KAR_CMD_ZOOMIN: object.scale = std::min(scale * (1.0f + 0.1f * m), kMaxScale); break;
-    case KAR_CMD_ZOOMOUT: object.scale = std::max(scale / (1.0f + 0.1f * m), kMinScale); break;
-    default: return "not a motion an object makes";
+    case KAR_MOTION_FORWARD:
+      p.x += s * m, p.z += c * m;
+      break;
+    case KAR_MOTION_BACKWARD:
+      p.x -= s * m, p.z -= c * m;
+      break;
+    case KAR_MOTION_SHIFTLEFT:
+      p.x -= c * m, p.z += s * m;
+      break;
+    case KAR_MOTION_SHIFTRIGHT:
+      p.x += c * m, p.z -= s * m;
+      break;
+    case KAR_MOTION_UP:
+      p.y = std::min(p.y + m, kMaxLift);
+      break;
+    case KAR_MOTION_DOWN:
+      p.y = std::max(p.y - m, 0.0f);
+      break;
+    case KAR_MOTION_TURNLEFT:
+      object.heading -= m;
+      break;
+    case KAR_MOTION_TURNRIGHT:
+      object.heading += m;
+      break;
+    case KAR_CMD_ZOOMIN:
+      object.scale = std::min(scale * (1.0f + 0.1f * m), kMaxScale);
+      break;
+    case KAR_CMD_ZOOMOUT:
+      object.scale = std::max(scale / (1.0f + 0.1f * m), kMinScale);
+      break;
+    default:
+      return "not a motion an object makes";
   }
   object.heading = std::remainder(object.heading, 2.0f * 3.14159265f);
   object.updateFootprint();
@@ -106,7 +128,8 @@ std::string World::request(SceneObject& object, int code, const std::string& tex
       outcome = "failed";
     }
   } else if (code == KAR_CMD_GOTO && m_viewpoints.find(text, &marker)) {
-    outcome = placeViewer(Viewpoints::stateOf(marker, m_walker.state().zoom)) ? "went to the viewpoint" : "viewpoint blocked";
+    outcome = placeViewer(Viewpoints::stateOf(marker, m_walker.state().zoom)) ? "went to the viewpoint"
+                                                                              : "viewpoint blocked";
   } else if (name == "PING" && code != KAR_EVENT_PING) {
     name += " (" + commandName(code) + ")";
   } else if (code == KAR_EVENT_DELETE || code == KAR_EVENT_CUT || code == KAR_EVENT_COPY) {
@@ -117,7 +140,8 @@ std::string World::request(SceneObject& object, int code, const std::string& tex
   return outcome;
 }
 
-void World::remember(SceneObject& object, int code, float magnitude, const std::string& text, const std::string& note) {
+void World::remember(SceneObject& object, int code, float magnitude, const std::string& text,
+                     const std::string& note) {
   object.recent.push_back({m_frames, code, magnitude, text, note});
   if (object.recent.size() > kRecentKept) object.recent.pop_front();
 }

@@ -12,11 +12,11 @@ struct HeldKey {
   int code;
 };
 constexpr HeldKey kHeldKeys[] = {
-    {SDL_SCANCODE_UP, KAR_MOTION_FORWARD},      {SDL_SCANCODE_W, KAR_MOTION_FORWARD},
-    {SDL_SCANCODE_DOWN, KAR_MOTION_BACKWARD},   {SDL_SCANCODE_S, KAR_MOTION_BACKWARD},
-    {SDL_SCANCODE_LEFT, KAR_MOTION_TURNLEFT},   {SDL_SCANCODE_RIGHT, KAR_MOTION_TURNRIGHT},
-    {SDL_SCANCODE_A, KAR_MOTION_SHIFTLEFT},     {SDL_SCANCODE_D, KAR_MOTION_SHIFTRIGHT},
-    {SDL_SCANCODE_PAGEUP, KAR_MOTION_LOOKUP},   {SDL_SCANCODE_PAGEDOWN, KAR_MOTION_LOOKDOWN},
+    {SDL_SCANCODE_UP, KAR_MOTION_FORWARD},    {SDL_SCANCODE_W, KAR_MOTION_FORWARD},
+    {SDL_SCANCODE_DOWN, KAR_MOTION_BACKWARD}, {SDL_SCANCODE_S, KAR_MOTION_BACKWARD},
+    {SDL_SCANCODE_LEFT, KAR_MOTION_TURNLEFT}, {SDL_SCANCODE_RIGHT, KAR_MOTION_TURNRIGHT},
+    {SDL_SCANCODE_A, KAR_MOTION_SHIFTLEFT},   {SDL_SCANCODE_D, KAR_MOTION_SHIFTRIGHT},
+    {SDL_SCANCODE_PAGEUP, KAR_MOTION_LOOKUP}, {SDL_SCANCODE_PAGEDOWN, KAR_MOTION_LOOKDOWN},
 };
 
 void handleKey(const SDL_KeyboardEvent& key, Actions* actions) {
@@ -24,13 +24,29 @@ void handleKey(const SDL_KeyboardEvent& key, Actions* actions) {
   const SDL_Keycode k = key.keysym.sym;
   if (k >= SDLK_1 && k <= SDLK_9) actions->jump = static_cast<int>(k - SDLK_1);
   switch (k) {
-    case SDLK_ESCAPE: actions->quit = true; break;
-    case SDLK_TAB: actions->togglePanel = true; break;
-    case SDLK_m: actions->saveViewpoint = true; break;
-    case SDLK_HOME: actions->commands.push_back({KAR_MOTION_AUTOLEVEL, 0, ""}); break;
-    case SDLK_PLUS: case SDLK_EQUALS: case SDLK_KP_PLUS: actions->commands.push_back({KAR_CMD_ZOOMIN, 0, ""}); break;
-    case SDLK_MINUS: case SDLK_KP_MINUS: actions->commands.push_back({KAR_CMD_ZOOMOUT, 0, ""}); break;
-    default: break;
+    case SDLK_ESCAPE:
+      actions->quit = true;
+      break;
+    case SDLK_TAB:
+      actions->togglePanel = true;
+      break;
+    case SDLK_m:
+      actions->saveViewpoint = true;
+      break;
+    case SDLK_HOME:
+      actions->commands.push_back({KAR_MOTION_AUTOLEVEL, 0, ""});
+      break;
+    case SDLK_PLUS:
+    case SDLK_EQUALS:
+    case SDLK_KP_PLUS:
+      actions->commands.push_back({KAR_CMD_ZOOMIN, 0, ""});
+      break;
+    case SDLK_MINUS:
+    case SDLK_KP_MINUS:
+      actions->commands.push_back({KAR_CMD_ZOOMOUT, 0, ""});
+      break;
+    default:
+      break;
   }
 }
 

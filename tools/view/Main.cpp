@@ -99,8 +99,10 @@ bool App::openWindow() {
   if (m_window) m_context = SDL_GL_CreateContext(m_window);
   std::string problem;
   m_renderer = std::make_unique<Renderer>();
-  if (!m_context || epoxy_gl_version() < 33) problem = "no OpenGL 3.3 core context could be made";
-  else if (!m_renderer->init(&problem)) problem = "the drawing could not be set up: " + problem;
+  if (!m_context || epoxy_gl_version() < 33)
+    problem = "no OpenGL 3.3 core context could be made";
+  else if (!m_renderer->init(&problem))
+    problem = "the drawing could not be set up: " + problem;
   if (!problem.empty()) {
     std::fprintf(stderr, "kutil-view: %s.\n", problem.c_str());
     return false;
@@ -143,13 +145,14 @@ void App::addClick(const Actions& actions, std::vector<InputCommand>* commands) 
   const float sx = windowWidth > 0 ? static_cast<float>(m_width) / windowWidth : 1.0f;
   const float sy = windowHeight > 0 ? static_cast<float>(m_height) / windowHeight : 1.0f;
   _D3DVECTOR origin{}, direction{};
-  if (!pixelRay(m_world.walker().camera(), viewWidth(), m_height, actions.clickX * sx - m_viewLeft, actions.clickY * sy,
-                &origin, &direction)) {
+  if (!pixelRay(m_world.walker().camera(), viewWidth(), m_height, actions.clickX * sx - m_viewLeft,
+                actions.clickY * sy, &origin, &direction)) {
     return;
   }
   const Pick pick = pickObject(m_world.objects(), origin, direction);
   if (pick.object < 0) {
-    if (m_world.selected() >= 0) commands->push_back({KAR_EVENT_DESELECT, 0, m_world.objects()[m_world.selected()]->name});
+    if (m_world.selected() >= 0)
+      commands->push_back({KAR_EVENT_DESELECT, 0, m_world.objects()[m_world.selected()]->name});
     return;
   }
   SceneObject& object = *m_world.objects()[pick.object];
@@ -178,7 +181,8 @@ std::vector<InputCommand> App::gatherInput(bool* quit) {
     commands.insert(commands.end(), m_panelRequests.commands.begin(), m_panelRequests.commands.end());
     const int jump = actions.jump >= 0 ? actions.jump : m_panelRequests.jump;
     tagMarkerItem marker{};
-    if (jump >= 0 && m_world.viewpoints().get(jump, &marker)) commands.push_back({KAR_CMD_GOTO, 0, marker.name});
+    if (jump >= 0 && m_world.viewpoints().get(jump, &marker))
+      commands.push_back({KAR_CMD_GOTO, 0, marker.name});
     if (actions.click) addClick(actions, &commands);
   }
   m_panelRequests = PanelRequests();
@@ -201,11 +205,12 @@ void App::drawFrame(bool last) {
   m_world.walker().aim(viewWidth(), m_height);
   m_renderer->drawLabels(m_world, m_viewLeft, viewWidth(), m_height);
   ImGui::Render();
-  m_renderer->draw(m_world, clipMatrix(m_world.walker().camera(), viewWidth(), m_height), m_viewLeft, viewWidth(),
-                   m_height, m_world.frames());
+  m_renderer->draw(m_world, clipMatrix(m_world.walker().camera(), viewWidth(), m_height), m_viewLeft,
+                   viewWidth(), m_height, m_world.frames());
   ImGui_ImplOpenGL3_RenderDrawData(ImGui::GetDrawData());
   if (last && !m_options.screenshot.empty() && !Renderer::savePng(m_options.screenshot, m_width, m_height)) {
-    std::fprintf(stderr, "kutil-view: the screenshot could not be written to %s.\n", m_options.screenshot.c_str());
+    std::fprintf(stderr, "kutil-view: the screenshot could not be written to %s.\n",
+                 m_options.screenshot.c_str());
   }
   SDL_GL_SwapWindow(m_window);
   m_timings.drawMs.push_back(millisecondsSince(start));
@@ -223,14 +228,17 @@ int App::run() {
   m_world.walker().setWalkSpeed(m_settings.walkSpeed);
   _D3DVECTOR place{};
   float heading = 0.0f;
-  if (m_options.play.empty() && loadPosition(std::filesystem::absolute(m_options.path).lexically_normal().string(), &place, &heading)) {
+  if (m_options.play.empty() &&
+      loadPosition(std::filesystem::absolute(m_options.path).lexically_normal().string(), &place, &heading)) {
     ViewerState state;
     state.position = place;
     state.heading = heading;
     m_world.placeViewer(state);  // where the viewer left off, unless that is no longer clear
   }
-  if (!m_options.play.empty() && !m_player.open(m_options.play)) m_messages.report(kMsgRecording, m_options.play, "");
-  if (!m_options.record.empty() && !m_recorder.open(m_options.record)) m_messages.report(kMsgRecording, m_options.record, "cannot be written");
+  if (!m_options.play.empty() && !m_player.open(m_options.play))
+    m_messages.report(kMsgRecording, m_options.play, "");
+  if (!m_options.record.empty() && !m_recorder.open(m_options.record))
+    m_messages.report(kMsgRecording, m_options.record, "cannot be written");
   for (bool quit = false; !quit;) {
     SDL_GL_GetDrawableSize(m_window, &m_width, &m_height);
     m_world.walker().aim(viewWidth(), m_height);  // clicks are picked through this frame's camera
@@ -248,14 +256,16 @@ int App::run() {
 
 void App::finish() {
   m_recorder.close();
-  if (!m_options.report.empty() && !writeReport(m_options.report, m_world, m_timings)) {
+  SDL_GetWindowSize(m_window, &m_settings.width, &m_settings.height);
+  if (!m_options.report.empty() &&
+      !writeReport(m_options.report, m_world, m_timings, m_settings.width, m_settings.height)) {
     std::fprintf(stderr, "kutil-view: the report could not be written to %s.\n", m_options.report.c_str());
   }
-  SDL_GetWindowSize(m_window, &m_settings.width, &m_settings.height);
   saveSettings(m_settings);
   if (m_options.play.empty()) {
     const ViewerState& s = m_world.walker().state();
-    savePosition(std::filesystem::absolute(m_options.path).lexically_normal().string(), s.position, s.heading);
+    savePosition(std::filesystem::absolute(m_options.path).lexically_normal().string(), s.position,
+                 s.heading);
   }
 }
 

@@ -84,8 +84,10 @@ void addTriangle(const Solid& solid, const Corner (&c)[3], FaceTag tag, std::vec
 // Texture coordinates the library maps onto one end plane, by vertex number.
 std::vector<std::array<float, 2>> endPlaneUvs(CKVGen* gen, int end, int n, float size) {
   int tiling = 1;
-  if (end == 0) gen->KVGetFrontTiling(&tiling);
-  else gen->KVGetBackTiling(&tiling);
+  if (end == 0)
+    gen->KVGetFrontTiling(&tiling);
+  else
+    gen->KVGetBackTiling(&tiling);
   std::vector<std::array<float, 2>> uvs(n, {0.0f, 0.0f});
   if (!GKVCalculateEndPlaneVertexMappings(gen, end, tiling, size)) return uvs;
   if (end == 1) {
@@ -94,9 +96,12 @@ std::vector<std::array<float, 2>> endPlaneUvs(CKVGen* gen, int end, int n, float
   }
   for (int i = 0; i < n; ++i) {
     tagKTessVertex* t = nullptr;
-    const bool ok = end == 0 ? gen->KVSelectSeedVertexByNumber(i) && gen->KVGetSelectedSeedVertexTessPointer(&t)
-                             : gen->KVSelectGenVertexByNumber(i) && gen->KVGetSelectedGenVertexTessPointer(&t);
-    if (ok && t) uvs[i] = {static_cast<float>(t->u), static_cast<float>(t->v)};
+    const bool ok = end == 0
+                        ? gen->KVSelectSeedVertexByNumber(i) && gen->KVGetSelectedSeedVertexTessPointer(&t)
+                        : gen->KVSelectGenVertexByNumber(i) && gen->KVGetSelectedGenVertexTessPointer(&t);
+    // The library's u runs from 0 at the seed's left edge to -tiling at its right (mirrored on the
+    // back, so both ends read alike from outside); drawn as -u, a picture reads left to right.
+    if (ok && t) uvs[i] = {static_cast<float>(-t->u), static_cast<float>(t->v)};
   }
   return uvs;
 }
@@ -107,14 +112,17 @@ void addEndPlanes(CKVGen* gen, const Solid& solid, float size, std::vector<MeshV
   const auto front = endPlaneUvs(gen, 0, solid.n, size);
   const auto back = solid.planes > 0 ? endPlaneUvs(gen, 1, solid.n, size) : front;
   int a = 0, b = 0, c = 0;
-  for (int ok = gen->KVGetFirstTesselatedTriangle(&a, &b, &c); ok; ok = gen->KVGetNextTesselatedTriangle(&a, &b, &c)) {
+  for (int ok = gen->KVGetFirstTesselatedTriangle(&a, &b, &c); ok;
+       ok = gen->KVGetNextTesselatedTriangle(&a, &b, &c)) {
     if (std::min({a, b, c}) < 0 || std::max({a, b, c}) >= solid.n) continue;
-    const Corner f[3] = {{solid.at(0, c), front[c][0], front[c][1]}, {solid.at(0, b), front[b][0], front[b][1]},
+    const Corner f[3] = {{solid.at(0, c), front[c][0], front[c][1]},
+                         {solid.at(0, b), front[b][0], front[b][1]},
                          {solid.at(0, a), front[a][0], front[a][1]}};
     addTriangle(solid, f, {-1, -1}, &groups[kFrontGroup], &tags[kFrontGroup]);
     if (solid.planes == 0) continue;
     const int last = solid.planes;
-    const Corner k[3] = {{solid.at(last, a), back[a][0], back[a][1]}, {solid.at(last, b), back[b][0], back[b][1]},
+    const Corner k[3] = {{solid.at(last, a), back[a][0], back[a][1]},
+                         {solid.at(last, b), back[b][0], back[b][1]},
                          {solid.at(last, c), back[c][0], back[c][1]}};
     addTriangle(solid, k, {last - 1, -1}, &groups[kBackGroup], &tags[kBackGroup]);
   }
@@ -132,12 +140,15 @@ void addSides(CKVGen* gen, const Solid& solid, std::vector<MeshVertex>* out, std
   }
   const float perimeter = around[solid.n] > 0.0f ? around[solid.n] : 1.0f;
   for (int k = 1; k <= solid.planes; ++k) {
-    const float v0 = static_cast<float>(k - 1) / solid.planes * tiling, v1 = static_cast<float>(k) / solid.planes * tiling;
+    const float v0 = static_cast<float>(k - 1) / solid.planes * tiling,
+                v1 = static_cast<float>(k) / solid.planes * tiling;
     for (int i = 0; i < solid.n; ++i) {
       const float u0 = around[i] / perimeter * tiling, u1 = around[i + 1] / perimeter * tiling;
       // Corners as the library orders a side face: previous i, previous i+1, current i+1, current i.
-      const Corner q[4] = {{solid.at(k - 1, i), u0, v0}, {solid.at(k - 1, i + 1), u1, v0},
-                           {solid.at(k, i + 1), u1, v1}, {solid.at(k, i), u0, v1}};
+      const Corner q[4] = {{solid.at(k - 1, i), u0, v0},
+                           {solid.at(k - 1, i + 1), u1, v0},
+                           {solid.at(k, i + 1), u1, v1},
+                           {solid.at(k, i), u0, v1}};
       addTriangle(solid, {q[0], q[1], q[2]}, {k - 1, i}, out, tags);
       addTriangle(solid, {q[0], q[2], q[3]}, {k - 1, i}, out, tags);
     }
@@ -168,7 +179,8 @@ void collectTextures(CKVGen* gen, const std::string& base, Mesh* mesh) {
 }  // namespace
 
 _D3DVECTOR meshPoint(const Mesh& mesh, const _D3DVECTOR& p) {
-  return {(p.x - mesh.offset.x) * mesh.fit, (p.y - mesh.offset.y) * mesh.fit, (p.z - mesh.offset.z) * mesh.fit};
+  return {(p.x - mesh.offset.x) * mesh.fit, (p.y - mesh.offset.y) * mesh.fit,
+          (p.z - mesh.offset.z) * mesh.fit};
 }
 
 bool buildMesh(CKVGen* gen, float cellWidth, float cellHeight, const std::string& textureBase, Mesh* out) {

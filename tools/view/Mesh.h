@@ -29,15 +29,15 @@ struct FaceTag {
 
 /// A solid ready to draw and to pick: a plain triangle list in group order.
 struct Mesh {
-  std::vector<MeshVertex> vertices;     ///< three per triangle
-  std::vector<FaceTag> tags;            ///< one per triangle
-  std::array<int, kGroupCount> first{}; ///< first vertex of each group
-  std::array<int, kGroupCount> count{}; ///< vertex count of each group
+  std::vector<MeshVertex> vertices;               ///< three per triangle
+  std::vector<FaceTag> tags;                      ///< one per triangle
+  std::array<int, kGroupCount> first{};           ///< first vertex of each group
+  std::array<int, kGroupCount> count{};           ///< vertex count of each group
   std::array<std::string, kGroupCount> textures;  ///< texture file per group, "" for a flat colour
   std::vector<std::string> unreadableTextures;    ///< textures named but not readable as bitmaps
-  _D3DVECTOR min{}, max{};              ///< bounds in the object's frame
-  _D3DVECTOR offset{};                  ///< generator point that becomes the frame's origin
-  float fit = 1.0f;                     ///< generator units to frame units
+  _D3DVECTOR min{}, max{};                        ///< bounds in the object's frame
+  _D3DVECTOR offset{};                            ///< generator point that becomes the frame's origin
+  float fit = 1.0f;                               ///< generator units to frame units
 };
 
 /// Tessellates and generates gen (a restored or stock generator) and builds its triangles, fitted

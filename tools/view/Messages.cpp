@@ -67,7 +67,7 @@ void Messages::report(unsigned int id, const std::string& file, const std::strin
   if (!detail.empty()) m_info.KICatComment(detail.c_str());
   m_info.KISetInfoMessage(id);  // logs the entry when a log is set
   m_pending = {id, "", file, detail};
-  m_info.KIDisplayInfo();       // reaches the sink
+  m_info.KIDisplayInfo();  // reaches the sink
 }
 
 void Messages::reportLastError(const std::string& file) {

@@ -47,14 +47,16 @@ void SceneObject::load(const SceneEntry& entry, Messages& messages) {
     // Not even the stock solid could be made: the object stays, as a flat marker on the floor.
     mesh = Mesh();
   }
-  for (const std::string& texture : mesh.unreadableTextures) messages.report(kMsgTexture, texture, "named by " + shapeSource);
+  for (const std::string& texture : mesh.unreadableTextures)
+    messages.report(kMsgTexture, texture, "named by " + shapeSource);
   loadBehaviour(entry, messages);
 }
 
 bool SceneObject::loadShape(const SceneEntry& entry, Messages& messages) {
   if (!entry.shapePath.empty()) {
     shapeSource = entry.shapePath;
-    if (gen.KVRestore(entry.shapePath.c_str()) && buildMesh(&gen, kCellWidth, kCellHeight, entry.shapePath, &mesh)) {
+    if (gen.KVRestore(entry.shapePath.c_str()) &&
+        buildMesh(&gen, kCellWidth, kCellHeight, entry.shapePath, &mesh)) {
       return true;
     }
     messages.report(kMsgShape, entry.shapePath, "drawn as the stock " + std::string(categoryName(category)));
@@ -81,10 +83,12 @@ void SceneObject::loadBehaviour(const SceneEntry& entry, Messages& messages) {
     if (behaviour.DELoadFromFile(entry.behaviourPath.c_str())) {
       unsigned int id = 0;
       // Tokens missing at the ends of lines are recorded but do not stop the load: authors should know.
-      if (behaviour.DEGetErrorID(&id)) messages.report(kMsgBehaviour, entry.behaviourPath, "loaded with " + loadError(behaviour));
+      if (behaviour.DEGetErrorID(&id))
+        messages.report(kMsgBehaviour, entry.behaviourPath, "loaded with " + loadError(behaviour));
       return;
     }
-    messages.report(kMsgBehaviour, entry.behaviourPath, loadError(behaviour) + "; the stock behaviour runs instead");
+    messages.report(kMsgBehaviour, entry.behaviourPath,
+                    loadError(behaviour) + "; the stock behaviour runs instead");
     resetBehaviour();
   }
   behaviourSource = "stock";
@@ -130,18 +134,37 @@ std::string commandName(int code) {
   char text[32] = {0};
   if (code == 0) return "NULL";
   if (code == KAR_CMD_RESET) return "RESET";
-  if (CKActionRow::ARGetTextForMotionType(code, text) || CKActionRow::ARGetTextForEventType(code, text)) return text;
+  if (CKActionRow::ARGetTextForMotionType(code, text) || CKActionRow::ARGetTextForEventType(code, text))
+    return text;
   int action = -1;
   switch (code) {
-    case KAR_CMD_RUN: case KAR_CMD_RUN_NOTEXT: action = KAR_ACTION_RUN; break;
-    case KAR_CMD_PLAY: action = KAR_ACTION_PLAY; break;
-    case KAR_CMD_REPLACE: action = KAR_ACTION_REPLACE; break;
-    case KAR_CMD_LOAD: action = KAR_ACTION_LOAD; break;
-    case KAR_CMD_GOTO: action = KAR_ACTION_GOTO; break;
-    case KAR_CMD_USERGOTO: action = KAR_ACTION_USERGOTO; break;
-    case KAR_CMD_ZOOMIN: action = KAR_ACTION_ZOOMIN; break;
-    case KAR_CMD_ZOOMOUT: action = KAR_ACTION_ZOOMOUT; break;
-    default: break;
+    case KAR_CMD_RUN:
+    case KAR_CMD_RUN_NOTEXT:
+      action = KAR_ACTION_RUN;
+      break;
+    case KAR_CMD_PLAY:
+      action = KAR_ACTION_PLAY;
+      break;
+    case KAR_CMD_REPLACE:
+      action = KAR_ACTION_REPLACE;
+      break;
+    case KAR_CMD_LOAD:
+      action = KAR_ACTION_LOAD;
+      break;
+    case KAR_CMD_GOTO:
+      action = KAR_ACTION_GOTO;
+      break;
+    case KAR_CMD_USERGOTO:
+      action = KAR_ACTION_USERGOTO;
+      break;
+    case KAR_CMD_ZOOMIN:
+      action = KAR_ACTION_ZOOMIN;
+      break;
+    case KAR_CMD_ZOOMOUT:
+      action = KAR_ACTION_ZOOMOUT;
+      break;
+    default:
+      break;
   }
   if (action >= 0 && CKActionRow::ARGetTextForActionType(action, text)) return text;
   return std::to_string(code);

@@ -15,11 +15,11 @@ class Messages;
 
 /// A command that came out of an object's behaviour, kept for the panel.
 struct Emitted {
-  int frame;          ///< frame in which it came out
-  int code;           ///< command code
-  float magnitude;    ///< its magnitude
-  std::string text;   ///< its text
-  std::string note;   ///< what the host did with it
+  int frame;         ///< frame in which it came out
+  int code;          ///< command code
+  float magnitude;   ///< its magnitude
+  std::string text;  ///< its text
+  std::string note;  ///< what the host did with it
 };
 
 /// A file shown as a solid that runs a behaviour.
@@ -37,29 +37,29 @@ class SceneObject {
   /// Rebuilds the footprint after position, heading or scale changed.
   void updateFootprint();
 
-  std::string name;             ///< the file's name, shown above it
-  std::string path;             ///< the file
+  std::string name;  ///< the file's name, shown above it
+  std::string path;  ///< the file
   Category category = Category::Document;
   std::string shapeSource;      ///< the ".ksf" drawn, or "stock"
   std::string behaviourSource;  ///< the ".kvc" run, or "stock"
   std::string behaviourBase;    ///< the file "?KALDOKWQDIR?" in the behaviour's texts refers to
 
-  CKVGen gen;                   ///< the solid's generator (kept for its boxes and hit marks)
-  Mesh mesh;                    ///< the solid's triangles in the object's frame
-  CKDecide behaviour;           ///< the behaviour table
-  CKFIFO input;                 ///< events from the host
-  CKFIFO output;                ///< commands to the host
+  CKVGen gen;          ///< the solid's generator (kept for its boxes and hit marks)
+  Mesh mesh;           ///< the solid's triangles in the object's frame
+  CKDecide behaviour;  ///< the behaviour table
+  CKFIFO input;        ///< events from the host
+  CKFIFO output;       ///< commands to the host
 
-  _D3DVECTOR position{};        ///< centre on the floor (y is a lift above it)
-  float heading = 0.0f;         ///< radians about y; the frame's +z looks along (sin, 0, cos)
-  float scale = 1.0f;           ///< zoom of the object
-  CKFootPrint footprint;        ///< the outline on the floor, in the world
-  float reach = 0.0f;           ///< largest distance of the outline from the centre
+  _D3DVECTOR position{};  ///< centre on the floor (y is a lift above it)
+  float heading = 0.0f;   ///< radians about y; the frame's +z looks along (sin, 0, cos)
+  float scale = 1.0f;     ///< zoom of the object
+  CKFootPrint footprint;  ///< the outline on the floor, in the world
+  float reach = 0.0f;     ///< largest distance of the outline from the centre
 
   bool selected = false;
-  int commands = 0;             ///< commands its behaviour emitted
-  int dropped = 0;              ///< events that found its input queue full
-  std::deque<Emitted> recent;   ///< the latest emitted commands, newest last
+  int commands = 0;            ///< commands its behaviour emitted
+  int dropped = 0;             ///< events that found its input queue full
+  std::deque<Emitted> recent;  ///< the latest emitted commands, newest last
 
  private:
   bool loadShape(const SceneEntry& entry, Messages& messages);

@@ -3,7 +3,6 @@
 #include "Options.h"
 
 #include <CLI/CLI.hpp>
-
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -32,14 +31,16 @@ bool parseSize(const std::string& text, int* width, int* height) {
 }
 
 void describe(CLI::App& app, Options* o, std::string* size) {
-  app.add_option("PATH", o->path, "a folder (each file becomes an object) or a scene list (.ksl)")->required();
+  app.add_option("PATH", o->path, "a folder (each file becomes an object) or a scene list (.ksl)")
+      ->required();
   app.add_option("--record", o->record, "write the input to this recording (CKInputRecord)");
   app.add_option("--play", o->play, "feed this recording back, one command per frame");
   app.add_option("--frames", o->frames, "stop after N frames")->check(CLI::Range(1, 100000000));
   app.add_option("--screenshot", o->screenshot, "save the last frame as a PNG picture");
   app.add_option("--report", o->report, "write a JSON report of the run");
   app.add_option("--size", *size, "window size, e.g. 1280x800 (kept in the settings)");
-  app.add_option("--speed", o->speed, "walking speed, 1 for the library's standard step (kept in the settings)")
+  app.add_option("--speed", o->speed,
+                 "walking speed, 1 for the library's standard step (kept in the settings)")
       ->check(CLI::Range(0.01f, 10.0f));
   app.add_option("--log", o->log, "the message log (default: $XDG_STATE_HOME/kaldo3d/kutil-view.log)");
   app.add_option("--messages", o->messages, "an info-sheet file with the message texts");
@@ -50,10 +51,11 @@ void describe(CLI::App& app, Options* o, std::string* size) {
 }  // namespace
 
 int parseOptions(int argc, char** argv, Options* out) {
-  CLI::App app{"kutil-view: walk through a folder or scene list as a room of objects run by the KUtil library.\n"
-               "Keys: arrows or WASD walk and turn, PageUp/PageDown look up and down, Shift for fine steps,\n"
-               "Home levels the view, +/- zoom, 1-9 jump to viewpoints, M saves one, click selects, double\n"
-               "click opens, Tab hides the panel, Esc quits."};
+  CLI::App app{
+      "kutil-view: walk through a folder or scene list as a room of objects run by the KUtil library.\n"
+      "Keys: arrows or WASD walk and turn, PageUp/PageDown look up and down, Shift for fine steps,\n"
+      "Home levels the view, +/- zoom, 1-9 jump to viewpoints, M saves one, click selects, double\n"
+      "click opens, Tab hides the panel, Esc quits."};
   app.name("kutil-view");
   app.set_version_flag("--version", std::string(KUTIL_VERSION_STRING));
   app.allow_windows_style_options(false);
@@ -68,7 +70,8 @@ int parseOptions(int argc, char** argv, Options* out) {
   } catch (const CLI::ParseError& e) {
     return usageError(e.what());
   }
-  if (!out->record.empty() && !out->play.empty()) return usageError("--record and --play cannot be used together");
+  if (!out->record.empty() && !out->play.empty())
+    return usageError("--record and --play cannot be used together");
   if (!size.empty() && !parseSize(size, &out->width, &out->height)) {
     return usageError("--size takes a width and a height such as 1280x800, at least 320x240");
   }
@@ -78,9 +81,12 @@ int parseOptions(int argc, char** argv, Options* out) {
 std::string defaultLogPath() {
   namespace fs = std::filesystem;
   fs::path dir;
-  if (const char* state = std::getenv("XDG_STATE_HOME"); state && *state) dir = state;
-  else if (const char* home = std::getenv("HOME"); home && *home) dir = fs::path(home) / ".local" / "state";
-  else return "";
+  if (const char* state = std::getenv("XDG_STATE_HOME"); state && *state)
+    dir = state;
+  else if (const char* home = std::getenv("HOME"); home && *home)
+    dir = fs::path(home) / ".local" / "state";
+  else
+    return "";
   dir /= "kaldo3d";
   std::error_code ec;
   fs::create_directories(dir, ec);

@@ -18,9 +18,9 @@ struct Options {
   int frames = 0;          ///< stop after this many frames, 0 to run until closed
   int width = 0;           ///< window size, 0 for the stored one
   int height = 0;
-  float speed = 0.0f;      ///< walking speed, 0 for the stored one
-  bool launch = false;     ///< let RUN requests start programs
-  bool mute = false;       ///< play no sounds
+  float speed = 0.0f;   ///< walking speed, 0 for the stored one
+  bool launch = false;  ///< let RUN requests start programs
+  bool mute = false;    ///< play no sounds
 };
 
 /// Exit statuses.

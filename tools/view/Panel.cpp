@@ -26,8 +26,10 @@ std::vector<float> tail(const std::vector<double>& values) {
 void plot(const char* label, const std::vector<double>& series) {
   const std::vector<float> points = tail(series);
   const double last = series.empty() ? 0.0 : series.back();
-  const std::string overlay = std::to_string(last).substr(0, 5) + " ms, median " + std::to_string(median(series)).substr(0, 5);
-  ImGui::PlotLines(label, points.data(), static_cast<int>(points.size()), 0, overlay.c_str(), 0.0f, FLT_MAX, {0, 42});
+  const std::string overlay =
+      std::to_string(last).substr(0, 5) + " ms, median " + std::to_string(median(series)).substr(0, 5);
+  ImGui::PlotLines(label, points.data(), static_cast<int>(points.size()), 0, overlay.c_str(), 0.0f, FLT_MAX,
+                   {0, 42});
 }
 
 }  // namespace
@@ -62,8 +64,8 @@ void Panel::frameSection(const Timings& timings) {
 void Panel::viewerSection(World& world, Settings& settings, PanelRequests* out) {
   if (!ImGui::CollapsingHeader("Viewer", ImGuiTreeNodeFlags_DefaultOpen)) return;
   const ViewerState& s = world.walker().state();
-  ImGui::Text("at (%.2f, %.2f, %.2f), heading %.2f, pitch %.2f", s.position.x, s.position.y, s.position.z, s.heading,
-              s.pitch);
+  ImGui::Text("at (%.2f, %.2f, %.2f), heading %.2f, pitch %.2f", s.position.x, s.position.y, s.position.z,
+              s.heading, s.pitch);
   ImGui::Text("bumps %d, frames inside a footprint %d", world.collisions(), world.insideFrames());
   if (ImGui::SliderFloat("walking speed", &settings.walkSpeed, 0.05f, 2.0f, "%.2f")) {
     world.walker().setWalkSpeed(settings.walkSpeed);
@@ -82,7 +84,8 @@ void Panel::viewerSection(World& world, Settings& settings, PanelRequests* out) 
 void Panel::objectsSection(World& world, PanelRequests* out) {
   if (!ImGui::CollapsingHeader("Objects", ImGuiTreeNodeFlags_DefaultOpen)) return;
   const auto& objects = world.objects();
-  const ImGuiTableFlags flags = ImGuiTableFlags_ScrollY | ImGuiTableFlags_RowBg | ImGuiTableFlags_BordersInnerV;
+  const ImGuiTableFlags flags =
+      ImGuiTableFlags_ScrollY | ImGuiTableFlags_RowBg | ImGuiTableFlags_BordersInnerV;
   if (!ImGui::BeginTable("objects", 4, flags, {0, 160})) return;
   ImGui::TableSetupScrollFreeze(0, 1);
   ImGui::TableSetupColumn("name");
@@ -121,8 +124,8 @@ void Panel::selectedSection(World& world) {
   ImGui::Text("%s: %s", categoryName(o.category), o.path.c_str());
   ImGui::Text("shape: %s", o.shapeSource.c_str());
   ImGui::Text("behaviour: %s", o.behaviourSource.c_str());
-  ImGui::Text("at (%.2f, %.2f, %.2f), heading %.2f, zoom %.2f", o.position.x, o.position.y, o.position.z, o.heading,
-              o.scale);
+  ImGui::Text("at (%.2f, %.2f, %.2f), heading %.2f, zoom %.2f", o.position.x, o.position.y, o.position.z,
+              o.heading, o.scale);
   ImGui::Separator();
   ImGui::TextDisabled("rows");
   o.behaviour.DEEnableRowNumbering();
@@ -132,14 +135,14 @@ void Panel::selectedSection(World& world) {
   for (int ok = o.behaviour.DESelectFirstActionRow(&row); ok; ok = o.behaviour.DESelectNextActionRow(&row)) {
     o.behaviour.DEWriteRow(text, row, n++);
     row->ARGetRunState(state);
-    ImGui::TextColored(std::string(state) == "idle" ? ImVec4(0.8f, 0.8f, 0.8f, 1) : ImVec4(1, 0.84f, 0.3f, 1), "%s [%s]",
-                       text, state);
+    ImGui::TextColored(std::string(state) == "idle" ? ImVec4(0.8f, 0.8f, 0.8f, 1) : ImVec4(1, 0.84f, 0.3f, 1),
+                       "%s [%s]", text, state);
   }
   ImGui::Separator();
   ImGui::TextDisabled("commands it emitted, newest first");
   for (auto it = o.recent.rbegin(); it != o.recent.rend(); ++it) {
-    ImGui::Text("%5d  %-10s %6.3f %s  %s", it->frame, commandName(it->code).c_str(), it->magnitude, it->text.c_str(),
-                it->note.c_str());
+    ImGui::Text("%5d  %-10s %6.3f %s  %s", it->frame, commandName(it->code).c_str(), it->magnitude,
+                it->text.c_str(), it->note.c_str());
   }
 }
 
@@ -147,7 +150,8 @@ void Panel::queuesSection(World& world) {
   if (!ImGui::CollapsingHeader("Queues")) return;
   const FrameActivity& a = world.activity();
   ImGui::Text("viewer: %d motion commands this frame", a.viewerCommands);
-  ImGui::Text("objects: %d events in, %d commands out, %d dropped (queue full)", a.events, a.emitted, a.dropped);
+  ImGui::Text("objects: %d events in, %d commands out, %d dropped (queue full)", a.events, a.emitted,
+              a.dropped);
   if (world.selected() >= 0) {
     const SceneObject& o = *world.objects()[world.selected()];
     ImGui::Text("selected: %d commands emitted in all, %d events dropped", o.commands, o.dropped);
@@ -155,12 +159,13 @@ void Panel::queuesSection(World& world) {
 }
 
 void Panel::requestsSection(World& world) {
-  if (!ImGui::CollapsingHeader("Requests (LOAD, GOTO, RUN, PLAY, PING, ...)", ImGuiTreeNodeFlags_DefaultOpen)) return;
+  if (!ImGui::CollapsingHeader("Requests (LOAD, GOTO, RUN, PLAY, PING, ...)", ImGuiTreeNodeFlags_DefaultOpen))
+    return;
   ImGui::BeginChild("requests", {0, 110}, true);
   const auto& requests = world.requests();
   for (auto it = requests.rbegin(); it != requests.rend(); ++it) {
-    ImGui::TextWrapped("%d %s: %s %s (%s)", it->frame, it->object.c_str(), it->command.c_str(), it->text.c_str(),
-                       it->outcome.c_str());
+    ImGui::TextWrapped("%d %s: %s %s (%s)", it->frame, it->object.c_str(), it->command.c_str(),
+                       it->text.c_str(), it->outcome.c_str());
   }
   ImGui::EndChild();
 }

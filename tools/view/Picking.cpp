@@ -35,8 +35,8 @@ _D3DRMVECTOR4D screenOf(CKTrans& camera, float x, float y, float z) {
 // The point at view depth d under the pixel offset (sx, sy) from the view's centre, y up.
 _D3DVECTOR worldAtDepth(CKTrans& camera, float sx, float sy, double d) {
   const double z = d * kFar / (kFar - kNear) - kNear * kFar / (kFar - kNear);
-  const _D3DRMVECTOR4D screen = {static_cast<float>(sx * d), static_cast<float>(sy * d), static_cast<float>(z),
-                                 static_cast<float>(d)};
+  const _D3DRMVECTOR4D screen = {static_cast<float>(sx * d), static_cast<float>(sy * d),
+                                 static_cast<float>(z), static_cast<float>(d)};
   _D3DVECTOR world{};
   camera.KTScreen2World(&world, &screen);
   return world;
@@ -45,7 +45,8 @@ _D3DVECTOR worldAtDepth(CKTrans& camera, float sx, float sy, double d) {
 // Slab test of a ray against a box; the entry distance, or a negative value for a miss.
 float hitBox(Vec o, Vec d, Vec lo, Vec hi) {
   float t0 = 0.0f, t1 = std::numeric_limits<float>::max();
-  const float os[3] = {o.x, o.y, o.z}, ds[3] = {d.x, d.y, d.z}, ls[3] = {lo.x, lo.y, lo.z}, hs[3] = {hi.x, hi.y, hi.z};
+  const float os[3] = {o.x, o.y, o.z}, ds[3] = {d.x, d.y, d.z}, ls[3] = {lo.x, lo.y, lo.z},
+              hs[3] = {hi.x, hi.y, hi.z};
   for (int i = 0; i < 3; ++i) {
     if (std::fabs(ds[i]) < 1e-12f) {
       if (os[i] < ls[i] || os[i] > hs[i]) return -1.0f;
@@ -80,8 +81,10 @@ std::vector<std::pair<Vec, Vec>> planeBoxes(SceneObject& object) {
   std::vector<std::pair<Vec, Vec>> boxes;
   _D3DRMBOX* box = nullptr;
   auto add = [&](bool ok) {
-    if (ok && box) boxes.push_back({toVec(meshPoint(object.mesh, box->min)), toVec(meshPoint(object.mesh, box->max))});
-    else boxes.push_back({toVec(object.mesh.min), toVec(object.mesh.max)});
+    if (ok && box)
+      boxes.push_back({toVec(meshPoint(object.mesh, box->min)), toVec(meshPoint(object.mesh, box->max))});
+    else
+      boxes.push_back({toVec(object.mesh.min), toVec(object.mesh.max)});
   };
   add(object.gen.KVGetSeedFaceBox(&box) != 0);
   for (int ok = object.gen.KVSelectFirstGenBox(&box); ok; ok = object.gen.KVSelectNextGenBox(&box)) add(true);
@@ -93,13 +96,15 @@ bool hitObject(SceneObject& object, Vec o, Vec d, float* best, FaceTag* face) {
   if (hitBox(o, d, toVec(object.mesh.min), toVec(object.mesh.max)) < 0.0f) return false;
   const auto boxes = planeBoxes(object);
   std::vector<bool> open(boxes.size());
-  for (std::size_t i = 0; i < boxes.size(); ++i) open[i] = hitBox(o, d, boxes[i].first, boxes[i].second) >= 0.0f;
+  for (std::size_t i = 0; i < boxes.size(); ++i)
+    open[i] = hitBox(o, d, boxes[i].first, boxes[i].second) >= 0.0f;
   bool found = false;
   const auto& v = object.mesh.vertices;
   for (std::size_t t = 0; t < object.mesh.tags.size(); ++t) {
     const std::size_t slab = static_cast<std::size_t>(object.mesh.tags[t].plane + 1);
     if (slab < open.size() && !open[slab]) continue;
-    const float at = hitTriangle(o, d, toVec(v[3 * t].position), toVec(v[3 * t + 1].position), toVec(v[3 * t + 2].position));
+    const float at = hitTriangle(o, d, toVec(v[3 * t].position), toVec(v[3 * t + 1].position),
+                                 toVec(v[3 * t + 2].position));
     if (at > 0.0f && at < *best) {
       *best = at;
       *face = object.mesh.tags[t];
@@ -114,7 +119,8 @@ bool hitObject(SceneObject& object, Vec o, Vec d, float* best, FaceTag* face) {
 std::array<float, 16> clipMatrix(CKTrans& camera, int width, int height) {
   // The conversion is projective: out = (p, 1) A. Its rows come from the origin and the unit points.
   const _D3DRMVECTOR4D o = screenOf(camera, 0, 0, 0);
-  const _D3DRMVECTOR4D e[3] = {screenOf(camera, 1, 0, 0), screenOf(camera, 0, 1, 0), screenOf(camera, 0, 0, 1)};
+  const _D3DRMVECTOR4D e[3] = {screenOf(camera, 1, 0, 0), screenOf(camera, 0, 1, 0),
+                               screenOf(camera, 0, 0, 1)};
   const float sx = 2.0f / std::max(width, 1), sy = 2.0f / std::max(height, 1);
   // Depth is OpenGL's own from kDrawNear: the camera's near plane (0.7) lies beyond the library's wall
   // margin (0.3), so a wall the viewer stands at would be cut away. What lands where stays the camera's.
@@ -122,7 +128,8 @@ std::array<float, 16> clipMatrix(CKTrans& camera, int width, int height) {
   const float z1 = static_cast<float>(-2.0 * kFar * kDrawNear / (kFar - kDrawNear));
   std::array<float, 16> m{};
   for (int j = 0; j < 4; ++j) {
-    const _D3DRMVECTOR4D r = j < 3 ? _D3DRMVECTOR4D{e[j].x - o.x, e[j].y - o.y, e[j].z - o.z, e[j].w - o.w} : o;
+    const _D3DRMVECTOR4D r =
+        j < 3 ? _D3DRMVECTOR4D{e[j].x - o.x, e[j].y - o.y, e[j].z - o.z, e[j].w - o.w} : o;
     // Pixels from the centre become -1..1; w is the view depth.
     m[j * 4 + 0] = r.x * sx;
     m[j * 4 + 1] = r.y * sy;
@@ -142,7 +149,8 @@ bool worldToPixel(CKTrans& camera, int width, int height, const _D3DVECTOR& worl
   return true;
 }
 
-bool pixelRay(CKTrans& camera, int width, int height, float x, float y, _D3DVECTOR* origin, _D3DVECTOR* direction) {
+bool pixelRay(CKTrans& camera, int width, int height, float x, float y, _D3DVECTOR* origin,
+              _D3DVECTOR* direction) {
   screenOf(camera, 0, 0, 0);  // the inverse uses the angles of the last forward conversion
   const float sx = x - width * 0.5f, sy = height * 0.5f - y;
   const _D3DVECTOR near = worldAtDepth(camera, sx, sy, kNear);
@@ -168,7 +176,8 @@ Pick pickObject(const std::vector<std::unique_ptr<SceneObject>>& objects, const 
     const float c = std::cos(-object.heading), s = std::sin(-object.heading), k = 1.0f / object.scale;
     const Vec p = {origin.x - object.position.x, origin.y - object.position.y, origin.z - object.position.z};
     const Vec o = {(c * p.x + s * p.z) * k, p.y * k, (-s * p.x + c * p.z) * k};
-    const Vec d = {(c * direction.x + s * direction.z) * k, direction.y * k, (-s * direction.x + c * direction.z) * k};
+    const Vec d = {(c * direction.x + s * direction.z) * k, direction.y * k,
+                   (-s * direction.x + c * direction.z) * k};
     FaceTag face{-1, -1};
     if (hitObject(object, o, d, &best, &face)) pick = {static_cast<int>(i), best, face};
   }

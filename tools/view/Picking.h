@@ -22,13 +22,14 @@ std::array<float, 16> clipMatrix(CKTrans& camera, int width, int height);
 bool worldToPixel(CKTrans& camera, int width, int height, const _D3DVECTOR& world, float* x, float* y);
 
 /// The ray through a pixel: the eye and a unit direction into the scene.
-bool pixelRay(CKTrans& camera, int width, int height, float x, float y, _D3DVECTOR* origin, _D3DVECTOR* direction);
+bool pixelRay(CKTrans& camera, int width, int height, float x, float y, _D3DVECTOR* origin,
+              _D3DVECTOR* direction);
 
 /// What a ray met.
 struct Pick {
-  int object = -1;              ///< index of the object hit, -1 for none
-  float distance = 0.0f;        ///< along the ray
-  FaceTag face{-1, -1};         ///< the face of the generator hit
+  int object = -1;        ///< index of the object hit, -1 for none
+  float distance = 0.0f;  ///< along the ray
+  FaceTag face{-1, -1};   ///< the face of the generator hit
 };
 
 /// The object whose faces the ray meets first (its boxes are tested before its faces).

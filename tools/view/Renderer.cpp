@@ -62,7 +62,7 @@ void main() {
   vec3 c = base * (0.30 + 0.62 * key + 0.22 * fill);
   c = mix(c, vec3(1.0, 0.84, 0.32), uHighlight);
   float fog = clamp(length(toEye) / 120.0, 0.0, 0.7);
-  fragColour = vec4(mix(c, vec3(0.11, 0.13, 0.17), fog * fog), 1.0);
+  fragColour = vec4(mix(c, vec3(0.17, 0.21, 0.29), fog * fog), 1.0);
 })";
 
 const char* const kImageVertexShader = R"(#version 330 core
@@ -96,7 +96,8 @@ GLuint compile(GLenum kind, const char* source, std::string* problem) {
 
 GLuint link(const char* vertex, const char* fragment, std::string* problem) {
   const GLuint program = glCreateProgram();
-  const GLuint v = compile(GL_VERTEX_SHADER, vertex, problem), f = compile(GL_FRAGMENT_SHADER, fragment, problem);
+  const GLuint v = compile(GL_VERTEX_SHADER, vertex, problem),
+               f = compile(GL_FRAGMENT_SHADER, fragment, problem);
   glAttachShader(program, v);
   glAttachShader(program, f);
   glLinkProgram(program);
@@ -155,12 +156,15 @@ Renderer::Buffers Renderer::upload(const void* data, std::size_t bytes, int coun
   glGenBuffers(1, &b.vbo);
   glBindVertexArray(b.vao);
   glBindBuffer(GL_ARRAY_BUFFER, b.vbo);
-  glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(bytes), data, dynamic ? GL_DYNAMIC_DRAW : GL_STATIC_DRAW);
+  glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(bytes), data,
+               dynamic ? GL_DYNAMIC_DRAW : GL_STATIC_DRAW);
   const GLsizei stride = sizeof(MeshVertex);
   glEnableVertexAttribArray(0);
-  glVertexAttribPointer(0, 3, GL_FLOAT, GL_FALSE, stride, reinterpret_cast<void*>(offsetof(MeshVertex, position)));
+  glVertexAttribPointer(0, 3, GL_FLOAT, GL_FALSE, stride,
+                        reinterpret_cast<void*>(offsetof(MeshVertex, position)));
   glEnableVertexAttribArray(1);
-  glVertexAttribPointer(1, 3, GL_FLOAT, GL_FALSE, stride, reinterpret_cast<void*>(offsetof(MeshVertex, normal)));
+  glVertexAttribPointer(1, 3, GL_FLOAT, GL_FALSE, stride,
+                        reinterpret_cast<void*>(offsetof(MeshVertex, normal)));
   glEnableVertexAttribArray(2);
   glVertexAttribPointer(2, 2, GL_FLOAT, GL_FALSE, stride, reinterpret_cast<void*>(offsetof(MeshVertex, uv)));
   glBindVertexArray(0);
@@ -173,6 +177,8 @@ unsigned int Renderer::texture(const std::string& path, Messages& messages) {
   const auto found = m_textures.find(path);
   if (found != m_textures.end()) return found->second;
   int w = 0, h = 0, channels = 0;
+  // Texture coordinates have v = 0 at the bottom of a picture; image rows run top down.
+  stbi_set_flip_vertically_on_load(1);
   unsigned char* pixels = stbi_load(path.c_str(), &w, &h, &channels, 4);
   GLuint id = 0;
   if (pixels) {
@@ -194,14 +200,18 @@ void Renderer::load(World& world, Messages& messages) {
   const Layout& r = world.layout();
   std::vector<MeshVertex> floor, walls;
   const float m = 40.0f;  // the floor runs on beyond the walls
-  addQuad(&floor, {{{r.minX - m, 0, r.minZ - m}, {0, 1, 0}, {0, 0}}, {{r.maxX + m, 0, r.minZ - m}, {0, 1, 0}, {1, 0}},
-                   {{r.maxX + m, 0, r.maxZ + m}, {0, 1, 0}, {1, 1}}, {{r.minX - m, 0, r.maxZ + m}, {0, 1, 0}, {0, 1}}});
+  addQuad(&floor, {{{r.minX - m, 0, r.minZ - m}, {0, 1, 0}, {0, 0}},
+                   {{r.maxX + m, 0, r.minZ - m}, {0, 1, 0}, {1, 0}},
+                   {{r.maxX + m, 0, r.maxZ + m}, {0, 1, 0}, {1, 1}},
+                   {{r.minX - m, 0, r.maxZ + m}, {0, 1, 0}, {0, 1}}});
   const float xs[] = {r.minX, r.maxX, r.maxX, r.minX}, zs[] = {r.minZ, r.minZ, r.maxZ, r.maxZ};
   for (int i = 0; i < 4; ++i) {
     const int j = (i + 1) % 4;
     const float nx = zs[j] - zs[i], nz = xs[i] - xs[j];
-    addQuad(&walls, {{{xs[i], 0, zs[i]}, {nx, 0, nz}, {0, 0}}, {{xs[j], 0, zs[j]}, {nx, 0, nz}, {1, 0}},
-                     {{xs[j], kWallHeight, zs[j]}, {nx, 0, nz}, {1, 1}}, {{xs[i], kWallHeight, zs[i]}, {nx, 0, nz}, {0, 1}}});
+    addQuad(&walls, {{{xs[i], 0, zs[i]}, {nx, 0, nz}, {0, 0}},
+                     {{xs[j], 0, zs[j]}, {nx, 0, nz}, {1, 0}},
+                     {{xs[j], kWallHeight, zs[j]}, {nx, 0, nz}, {1, 1}},
+                     {{xs[i], kWallHeight, zs[i]}, {nx, 0, nz}, {0, 1}}});
   }
   m_floor = upload(floor.data(), floor.size() * sizeof(MeshVertex), static_cast<int>(floor.size()), false);
   m_walls = upload(walls.data(), walls.size() * sizeof(MeshVertex), static_cast<int>(walls.size()), false);
@@ -223,9 +233,10 @@ void Renderer::setModel(const float* p, float heading, float scale) {
   glUniformMatrix4fv(at(m_program, "uModel"), 1, GL_FALSE, model);
 }
 
-void Renderer::draw(World& world, const std::array<float, 16>& clip, int left, int width, int height, int frame) {
+void Renderer::draw(World& world, const std::array<float, 16>& clip, int left, int width, int height,
+                    int frame) {
   glViewport(0, 0, left + width, height);
-  glClearColor(0.11f, 0.13f, 0.17f, 1.0f);
+  glClearColor(0.17f, 0.21f, 0.29f, 1.0f);
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   glViewport(left, 0, width, height);
   glEnable(GL_DEPTH_TEST);
@@ -264,7 +275,7 @@ void Renderer::drawObjects(World& world, int frame) {
     const float p[3] = {o.position.x, o.position.y, o.position.z};
     setModel(p, o.heading, o.scale);
     // The selected object glows, gently pulsing with the frame count (so replays look alike).
-    const float pulse = o.selected ? 0.22f + 0.08f * std::sin(frame * 0.12f) : 0.0f;
+    const float pulse = o.selected ? 0.28f + 0.1f * std::sin(frame * 0.12f) : 0.0f;
     glUniform1f(at(m_program, "uHighlight"), pulse);
     const Colour colour = categoryColour(o.category);
     glBindVertexArray(m_objects[i].vao);
@@ -272,8 +283,10 @@ void Renderer::drawObjects(World& world, int frame) {
       if (o.mesh.count[g] == 0) continue;
       const unsigned int t = m_objectTextures[i][g];
       glUniform1i(at(m_program, "uTextured"), t ? 1 : 0);
-      if (t) glUniform3f(at(m_program, "uColour"), 1.0f, 1.0f, 1.0f);
-      else glUniform3f(at(m_program, "uColour"), colour.r, colour.g, colour.b);
+      if (t)
+        glUniform3f(at(m_program, "uColour"), 1.0f, 1.0f, 1.0f);
+      else
+        glUniform3f(at(m_program, "uColour"), colour.r, colour.g, colour.b);
       glBindTexture(GL_TEXTURE_2D, t);
       glDrawArrays(GL_TRIANGLES, o.mesh.first[g], o.mesh.count[g]);
     }
@@ -293,17 +306,20 @@ void Renderer::drawFootprints(World& world) {
         _D3DVECTOR a{}, b{};
         fp.FPGetEdgeFromVector(&a);
         fp.FPGetEdgeToVector(&b);
-        for (const _D3DVECTOR& v : {a, b}) m_lineData.insert(m_lineData.end(), {v.x, 0.01f, v.z, 0, 1, 0, 0, 0});
+        for (const _D3DVECTOR& v : {a, b})
+          m_lineData.insert(m_lineData.end(), {v.x, 0.01f, v.z, 0, 1, 0, 0, 0});
       }
     }
     if (m_lineData.empty()) continue;
     glBindVertexArray(m_lines.vao);
     glBindBuffer(GL_ARRAY_BUFFER, m_lines.vbo);
-    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(m_lineData.size() * sizeof(float)), m_lineData.data(),
-                 GL_DYNAMIC_DRAW);
+    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(m_lineData.size() * sizeof(float)),
+                 m_lineData.data(), GL_DYNAMIC_DRAW);
     glUniform1i(at(m_program, "uMode"), kFlat);
-    if (pass == 0) glUniform3f(at(m_program, "uColour"), 0.36f, 0.33f, 0.30f);
-    else glUniform3f(at(m_program, "uColour"), 1.0f, 0.84f, 0.32f);
+    if (pass == 0)
+      glUniform3f(at(m_program, "uColour"), 0.36f, 0.33f, 0.30f);
+    else
+      glUniform3f(at(m_program, "uColour"), 1.0f, 0.84f, 0.32f);
     glDrawArrays(GL_LINES, 0, static_cast<GLsizei>(m_lineData.size() / 8));
   }
   glUniform1i(at(m_program, "uMode"), kLit);
@@ -318,13 +334,16 @@ void Renderer::drawLabels(World& world, int left, int width, int height) {
     if (std::hypot(o.position.x - eye.x, o.position.z - eye.z) > kLabelDistance) continue;
     const _D3DVECTOR top = {o.position.x, o.position.y + o.mesh.max.y * o.scale + 0.3f, o.position.z};
     float x = 0, y = 0;
-    if (!worldToPixel(camera, width, height, top, &x, &y) || x < -200 || x > width + 200 || y < -50 || y > height + 50) {
+    if (!worldToPixel(camera, width, height, top, &x, &y) || x < -200 || x > width + 200 || y < -50 ||
+        y > height + 50) {
       continue;
     }
     const ImVec2 size = ImGui::CalcTextSize(o.name.c_str());
     const ImVec2 at = {left + x - size.x * 0.5f, y - size.y};
-    list->AddRectFilled({at.x - 4, at.y - 2}, {at.x + size.x + 4, at.y + size.y + 2}, IM_COL32(16, 18, 24, 170), 4.0f);
-    list->AddText(at, o.selected ? IM_COL32(255, 214, 82, 255) : IM_COL32(240, 242, 248, 255), o.name.c_str());
+    list->AddRectFilled({at.x - 4, at.y - 2}, {at.x + size.x + 4, at.y + size.y + 2},
+                        IM_COL32(16, 18, 24, 170), 4.0f);
+    list->AddText(at, o.selected ? IM_COL32(255, 214, 82, 255) : IM_COL32(240, 242, 248, 255),
+                  o.name.c_str());
   }
 }
 

@@ -41,7 +41,10 @@ json messagesOf(const Messages& messages) {
 json requestsOf(World& world) {
   json list = json::array();
   for (const Request& r : world.requests()) {
-    list.push_back({{"frame", r.frame}, {"object", r.object}, {"command", r.command}, {"text", r.text},
+    list.push_back({{"frame", r.frame},
+                    {"object", r.object},
+                    {"command", r.command},
+                    {"text", r.text},
                     {"outcome", r.outcome}});
   }
   return list;
@@ -58,7 +61,7 @@ double median(std::vector<double> values) {
   return (upper + *std::max_element(values.begin(), values.begin() + mid)) / 2.0;
 }
 
-bool writeReport(const std::string& path, World& world, const Timings& timings) {
+bool writeReport(const std::string& path, World& world, const Timings& timings, int width, int height) {
   const ViewerState& viewer = world.walker().state();
   const json report = {{"frames", world.frames()},
                        {"camera", {{"position", vector3(viewer.position)}, {"heading", viewer.heading}}},
@@ -67,6 +70,8 @@ bool writeReport(const std::string& path, World& world, const Timings& timings) 
                        {"inside_footprint_frames", world.insideFrames()},
                        {"library_ms", median(timings.libraryMs)},
                        {"draw_ms", median(timings.drawMs)},
+                       {"window", json::array({width, height})},
+                       {"walk_speed", world.walker().walkSpeed()},
                        {"messages", messagesOf(world.messages())},
                        {"requests", requestsOf(world)}};
   std::ofstream out(path);

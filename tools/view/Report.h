@@ -18,7 +18,7 @@ struct Timings {
 /// The median of a list of times (0 for none).
 double median(std::vector<double> values);
 
-/// Writes the report of a run; false when the file cannot be written.
-bool writeReport(const std::string& path, World& world, const Timings& timings);
+/// Writes the report of a run, with the window's size; false when the file cannot be written.
+bool writeReport(const std::string& path, World& world, const Timings& timings, int width, int height);
 
 }  // namespace kview

@@ -22,7 +22,9 @@ constexpr float kViewSlope = 0.55f;  // half the view's width at a distance of o
 constexpr float kMinBack = 4.0f, kMaxBack = 12.0f, kBehindStart = 1.5f;
 constexpr float kStartPitch = -0.12f;  // a little down, to see the floor the objects stand on
 
-bool hasEnding(const std::string& name, const char* ending) { return KUFileHasEnding(name.c_str(), ending) != 0; }
+bool hasEnding(const std::string& name, const char* ending) {
+  return KUFileHasEnding(name.c_str(), ending) != 0;
+}
 
 bool isCompanion(const std::string& name) { return hasEnding(name, ".ksf") || hasEnding(name, ".kvc"); }
 
@@ -54,7 +56,9 @@ std::vector<Named> listFolder(const std::string& folder, SceneSource* source) {
   for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
     const std::string name = it->path().filename().string();
     // Hidden files, the library's temporaries and the scene's own viewpoints are not content.
-    if (name.empty() || name[0] == '.' || hasEnding(name, ".TMP") || it->path() == fs::path(source->markersPath)) continue;
+    if (name.empty() || name[0] == '.' || hasEnding(name, ".TMP") ||
+        it->path() == fs::path(source->markersPath))
+      continue;
     std::error_code kind;
     const bool directory = it->is_directory(kind);
     if (directory || it->is_regular_file(kind)) found.push_back({it->path().string(), directory});
@@ -89,8 +93,10 @@ std::vector<Named> listSceneList(const std::string& list, SceneSource* source) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
     if (line.empty() || line[0] == '#') continue;
     const std::string path = resolveListed(list, line);
-    if (isDirectory(path) || isFile(path)) found.push_back({path, isDirectory(path)});
-    else source->problems.push_back({kMsgFileNotFound, line, ""});
+    if (isDirectory(path) || isFile(path))
+      found.push_back({path, isDirectory(path)});
+    else
+      source->problems.push_back({kMsgFileNotFound, line, ""});
   }
   return found;
 }
@@ -102,7 +108,8 @@ void makeEntries(const std::vector<Named>& named, SceneSource* source) {
   for (const Named& n : named) {
     const std::string stem = stemOf(n.path);
     const auto& group = byStem[stem];
-    const bool hasContent = std::any_of(group.begin(), group.end(), [](const Named* g) { return !isCompanion(g->path); });
+    const bool hasContent =
+        std::any_of(group.begin(), group.end(), [](const Named* g) { return !isCompanion(g->path); });
     if (isCompanion(n.path) && hasContent) continue;
     // Of a ".ksf" and ".kvc" pair alone, the shape file stands for both.
     if (hasEnding(n.path, ".kvc") && isFile(stem + ".ksf") && byStem[stem].size() > 1) continue;
@@ -112,7 +119,8 @@ void makeEntries(const std::vector<Named>& named, SceneSource* source) {
     e.category = categoryOf(n.path, n.directory);
     if (!n.directory && isFile(stem + ".ksf")) e.shapePath = stem + ".ksf";
     if (!n.directory && isFile(stem + ".kvc")) e.behaviourPath = stem + ".kvc";
-    if (!n.directory && !KUIsFileReadable(n.path.c_str())) source->problems.push_back({kMsgUnreadable, n.path, ""});
+    if (!n.directory && !KUIsFileReadable(n.path.c_str()))
+      source->problems.push_back({kMsgUnreadable, n.path, ""});
     source->entries.push_back(e);
   }
 }
@@ -164,12 +172,13 @@ Layout arrange(int count, CKArrange* grid) {
   colBlock = std::max(colBlock, 1);
   for (int i = 0; i < count; ++i) {
     const int col = i % perRow, row = i / perRow;
-    layout.places.push_back({x0 + col * spacing + (col / colBlock) * colGap, z0 + row * spacing + (row / rowBlock) * rowGap,
-                             heading});
+    layout.places.push_back({x0 + col * spacing + (col / colBlock) * colGap,
+                             z0 + row * spacing + (row / rowBlock) * rowGap, heading});
   }
   float minX = x0, maxX = x0, minZ = z0, maxZ = z0;
   for (const Placement& p : layout.places) {
-    minX = std::min(minX, p.x), maxX = std::max(maxX, p.x), minZ = std::min(minZ, p.z), maxZ = std::max(maxZ, p.z);
+    minX = std::min(minX, p.x), maxX = std::max(maxX, p.x), minZ = std::min(minZ, p.z),
+    maxZ = std::max(maxZ, p.z);
   }
   // Centre the grid on x = 0 so the viewer starts facing its middle.
   const float shift = -(minX + maxX) * 0.5f;

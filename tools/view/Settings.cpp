@@ -30,14 +30,15 @@ std::string number(float value) {
 Settings loadSettings() {
   Settings s;
   int width = 0, height = 0;
-  if (KUGetRegRenderWidth(&width) && KUGetRegRenderHeight(&height) && width >= 320 && height >= 240 && width <= 16384 &&
-      height <= 16384) {
+  if (KUGetRegRenderWidth(&width) && KUGetRegRenderHeight(&height) && width >= 320 && height >= 240 &&
+      width <= 16384 && height <= 16384) {
     s.width = width;
     s.height = height;
   }
   char text[261] = {0};
   float speed = 0.0f;
-  if (readText("WalkSpeed", text) && KUSafeATOF(text, &speed) && speed >= 0.01f && speed <= 10.0f) s.walkSpeed = speed;
+  if (readText("WalkSpeed", text) && KUSafeATOF(text, &speed) && speed >= 0.01f && speed <= 10.0f)
+    s.walkSpeed = speed;
   return s;
 }
 

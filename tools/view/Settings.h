@@ -10,7 +10,7 @@ namespace kview {
 
 /// The viewer's own settings; the defaults stand where the store has nothing (or nonsense).
 struct Settings {
-  int width = 1280;         ///< window size (the store's render width and height)
+  int width = 1280;  ///< window size (the store's render width and height)
   int height = 800;
   float walkSpeed = 0.25f;  ///< multiplies the library's standard step of 0.3
 };

@@ -35,8 +35,8 @@ bool Splash::init() {
   return true;
 }
 
-void Splash::show(Renderer& renderer, const std::string& text, const std::string& comment, int progress, int max,
-                  int width, int height) {
+void Splash::show(Renderer& renderer, const std::string& text, const std::string& comment, int progress,
+                  int max, int width, int height) {
   if (!m_surface || !m_texture) return;
   m_splash.SPSetText(text.c_str());
   m_splash.SPSetComment(comment.c_str());
@@ -46,7 +46,8 @@ void Splash::show(Renderer& renderer, const std::string& text, const std::string
   m_splash.SPPaint(cr);
   cairo_destroy(cr);
   cairo_surface_flush(m_surface);
-  // Cairo's RGB24 is one 32-bit word per pixel, blue in the low byte: OpenGL's BGRA on little-endian machines.
+  // Cairo's RGB24 is one 32-bit word per pixel, blue in the low byte: OpenGL's BGRA on little-endian
+  // machines.
   glBindTexture(GL_TEXTURE_2D, m_texture);
   glPixelStorei(GL_UNPACK_ROW_LENGTH, cairo_image_surface_get_stride(m_surface) / 4);
   glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, kWidth, kHeight, 0, GL_BGRA, GL_UNSIGNED_BYTE,

@@ -43,13 +43,23 @@ void addLathe(CKVGen* gen, std::initializer_list<Point2> profile, int segments) 
 Category categoryOf(const std::string& path, bool isDirectory) {
   if (isDirectory) return Category::Folder;
   switch (KUGetFileType(path.c_str())) {
-    case 2: case 3: case 4: case 5:  // icon, bitmap, animation, pixmap
+    case 2:
+    case 3:
+    case 4:
+    case 5:  // icon, bitmap, animation, pixmap
       return Category::Picture;
     case 12:  // wave
       return Category::Sound;
-    case 9: case 10: case 13:  // scene, shape, scene list
+    case 9:
+    case 10:
+    case 13:  // scene, shape, scene list
       return Category::Scene;
-    case 1: case 6: case 7: case 8: case 14: case 22:  // the library's programs and shortcuts
+    case 1:
+    case 6:
+    case 7:
+    case 8:
+    case 14:
+    case 22:  // the library's programs and shortcuts
       return Category::Program;
     default:
       return Category::Document;
@@ -58,24 +68,36 @@ Category categoryOf(const std::string& path, bool isDirectory) {
 
 const char* categoryName(Category category) {
   switch (category) {
-    case Category::Program: return "program";
-    case Category::Document: return "document";
-    case Category::Picture: return "picture";
-    case Category::Sound: return "sound";
-    case Category::Scene: return "scene";
-    case Category::Folder: return "folder";
+    case Category::Program:
+      return "program";
+    case Category::Document:
+      return "document";
+    case Category::Picture:
+      return "picture";
+    case Category::Sound:
+      return "sound";
+    case Category::Scene:
+      return "scene";
+    case Category::Folder:
+      return "folder";
   }
   return "";
 }
 
 Colour categoryColour(Category category) {
   switch (category) {
-    case Category::Program: return {0.30f, 0.52f, 0.88f};
-    case Category::Document: return {0.93f, 0.91f, 0.84f};
-    case Category::Picture: return {0.96f, 0.62f, 0.22f};
-    case Category::Sound: return {0.68f, 0.38f, 0.88f};
-    case Category::Scene: return {0.36f, 0.76f, 0.42f};
-    case Category::Folder: return {0.97f, 0.82f, 0.30f};
+    case Category::Program:
+      return {0.30f, 0.52f, 0.88f};
+    case Category::Document:
+      return {0.93f, 0.91f, 0.84f};
+    case Category::Picture:
+      return {0.96f, 0.62f, 0.22f};
+    case Category::Sound:
+      return {0.68f, 0.38f, 0.88f};
+    case Category::Scene:
+      return {0.36f, 0.76f, 0.42f};
+    case Category::Folder:
+      return {0.97f, 0.82f, 0.30f};
   }
   return {0.8f, 0.8f, 0.8f};
 }

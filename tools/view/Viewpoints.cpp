@@ -30,9 +30,11 @@ void readField(const std::string& line, tagMarkerItem* m) {
   readInt(line, "[MKI]", &m->indexNumber);
   readInt(line, "[MKS]", &m->sector);
   readInt(line, "[MKV]", &m->valueV);
-  float* floats[] = {&m->position.x, &m->position.y, &m->position.z, &m->direction.x, &m->direction.y,
-                     &m->direction.z, &m->up.x, &m->up.y, &m->up.z, &m->valueO, &m->valueF};
-  const char* tags[] = {"[MKX]", "[MKY]", "[MKZ]", "[MKP]", "[MKQ]", "[MKR]", "[MKA]", "[MKB]", "[MKC]", "[MKO]", "[MKF]"};
+  float* floats[] = {&m->position.x,  &m->position.y,  &m->position.z, &m->direction.x,
+                     &m->direction.y, &m->direction.z, &m->up.x,       &m->up.y,
+                     &m->up.z,        &m->valueO,      &m->valueF};
+  const char* tags[] = {"[MKX]", "[MKY]", "[MKZ]", "[MKP]", "[MKQ]", "[MKR]",
+                        "[MKA]", "[MKB]", "[MKC]", "[MKO]", "[MKF]"};
   for (int i = 0; i < 11; ++i) readFloat(line, tags[i], floats[i]);
 }
 

@@ -61,7 +61,8 @@ bool forbids(CKFootPrint* fp, bool isRoom, const _D3DVECTOR& p, const _D3DVECTOR
   return nearestEdge(fp, target).distance < std::min(nearestEdge(fp, p).distance - 1e-4f, kMargin);
 }
 
-int findBlocker(CKFootPrint* room, const std::vector<Obstacle>& obstacles, const _D3DVECTOR& p, const _D3DVECTOR& step) {
+int findBlocker(CKFootPrint* room, const std::vector<Obstacle>& obstacles, const _D3DVECTOR& p,
+                const _D3DVECTOR& step) {
   if (room && forbids(room, true, p, step)) return kRoom;
   const float length = std::hypot(step.x, step.z);
   for (std::size_t i = 0; i < obstacles.size(); ++i) {
@@ -109,29 +110,64 @@ void Walker::walk(CKFootPrint* room, const std::vector<Obstacle>& obstacles, Wal
   m_touching.swap(m_touchNow);
 }
 
-void Walker::apply(int code, float m, CKFootPrint* room, const std::vector<Obstacle>& obstacles, WalkOutcome* out) {
+void Walker::apply(int code, float m, CKFootPrint* room, const std::vector<Obstacle>& obstacles,
+                   WalkOutcome* out) {
   const float s = std::sin(m_state.heading), c = std::cos(m_state.heading);
   switch (code) {
-    case KAR_MOTION_FORWARD: stepBy({s * m, 0.0f, c * m}, room, obstacles, out); break;
-    case KAR_MOTION_BACKWARD: stepBy({-s * m, 0.0f, -c * m}, room, obstacles, out); break;
-    case KAR_MOTION_SHIFTLEFT: stepBy({-c * m, 0.0f, s * m}, room, obstacles, out); break;
-    case KAR_MOTION_SHIFTRIGHT: stepBy({c * m, 0.0f, -s * m}, room, obstacles, out); break;
-    case KAR_MOTION_UP: m_state.position.y = std::min(m_state.position.y + m, kMaxEye); break;
-    case KAR_MOTION_DOWN: m_state.position.y = std::max(m_state.position.y - m, kMinEye); break;
-    case KAR_MOTION_TURNLEFT: m_state.heading = wrapAngle(m_state.heading - m); break;
-    case KAR_MOTION_TURNRIGHT: m_state.heading = wrapAngle(m_state.heading + m); break;
-    case KAR_MOTION_LOOKUP: case KAR_MOTION_TURNUP: m_state.pitch = std::min(m_state.pitch + m, kMaxPitch); break;
-    case KAR_MOTION_LOOKDOWN: case KAR_MOTION_TURNDOWN: m_state.pitch = std::max(m_state.pitch - m, -kMaxPitch); break;
-    case KAR_MOTION_ROLLLEFT: m_state.roll = wrapAngle(m_state.roll - m); break;
-    case KAR_MOTION_ROLLRIGHT: m_state.roll = wrapAngle(m_state.roll + m); break;
-    case KAR_MOTION_AUTOLEVEL: m_state.pitch = m_state.roll = 0.0f; break;
-    case KAR_CMD_ZOOMIN: m_state.zoom = std::max(m_state.zoom / (1.0 + 0.1 * m), kMinZoom); break;
-    case KAR_CMD_ZOOMOUT: m_state.zoom = std::min(m_state.zoom * (1.0 + 0.1 * m), kMaxZoom); break;
-    default: break;
+    case KAR_MOTION_FORWARD:
+      stepBy({s * m, 0.0f, c * m}, room, obstacles, out);
+      break;
+    case KAR_MOTION_BACKWARD:
+      stepBy({-s * m, 0.0f, -c * m}, room, obstacles, out);
+      break;
+    case KAR_MOTION_SHIFTLEFT:
+      stepBy({-c * m, 0.0f, s * m}, room, obstacles, out);
+      break;
+    case KAR_MOTION_SHIFTRIGHT:
+      stepBy({c * m, 0.0f, -s * m}, room, obstacles, out);
+      break;
+    case KAR_MOTION_UP:
+      m_state.position.y = std::min(m_state.position.y + m, kMaxEye);
+      break;
+    case KAR_MOTION_DOWN:
+      m_state.position.y = std::max(m_state.position.y - m, kMinEye);
+      break;
+    case KAR_MOTION_TURNLEFT:
+      m_state.heading = wrapAngle(m_state.heading - m);
+      break;
+    case KAR_MOTION_TURNRIGHT:
+      m_state.heading = wrapAngle(m_state.heading + m);
+      break;
+    case KAR_MOTION_LOOKUP:
+    case KAR_MOTION_TURNUP:
+      m_state.pitch = std::min(m_state.pitch + m, kMaxPitch);
+      break;
+    case KAR_MOTION_LOOKDOWN:
+    case KAR_MOTION_TURNDOWN:
+      m_state.pitch = std::max(m_state.pitch - m, -kMaxPitch);
+      break;
+    case KAR_MOTION_ROLLLEFT:
+      m_state.roll = wrapAngle(m_state.roll - m);
+      break;
+    case KAR_MOTION_ROLLRIGHT:
+      m_state.roll = wrapAngle(m_state.roll + m);
+      break;
+    case KAR_MOTION_AUTOLEVEL:
+      m_state.pitch = m_state.roll = 0.0f;
+      break;
+    case KAR_CMD_ZOOMIN:
+      m_state.zoom = std::max(m_state.zoom / (1.0 + 0.1 * m), kMinZoom);
+      break;
+    case KAR_CMD_ZOOMOUT:
+      m_state.zoom = std::min(m_state.zoom * (1.0 + 0.1 * m), kMaxZoom);
+      break;
+    default:
+      break;
   }
 }
 
-void Walker::stepBy(_D3DVECTOR step, CKFootPrint* room, const std::vector<Obstacle>& obstacles, WalkOutcome* out) {
+void Walker::stepBy(_D3DVECTOR step, CKFootPrint* room, const std::vector<Obstacle>& obstacles,
+                    WalkOutcome* out) {
   const _D3DVECTOR at = {m_state.position.x, 0.0f, m_state.position.z};
   // A blocked step keeps only its part along the wall it met; that slide is tested again, so a
   // corner (the slide running into the next wall) stops the viewer.

@@ -19,10 +19,10 @@ struct Obstacle {
 /// Where the viewer stands and looks.
 struct ViewerState {
   _D3DVECTOR position{0.0f, 1.6f, 0.0f};  ///< eye position
-  float heading = 0.0f;                  ///< radians; looking along (sin, 0, cos); grows to the right
-  float pitch = 0.0f;                    ///< radians, up positive
-  float roll = 0.0f;                     ///< radians
-  double zoom = 0.4;                     ///< the camera's zoom factor (45 degrees per unit)
+  float heading = 0.0f;                   ///< radians; looking along (sin, 0, cos); grows to the right
+  float pitch = 0.0f;                     ///< radians, up positive
+  float roll = 0.0f;                      ///< radians
+  double zoom = 0.4;                      ///< the camera's zoom factor (45 degrees per unit)
 };
 
 /// What the commands of one frame did.
@@ -65,7 +65,8 @@ class Walker {
   int queued() const { return m_queued; }
 
  private:
-  void apply(int code, float magnitude, CKFootPrint* room, const std::vector<Obstacle>& obstacles, WalkOutcome* out);
+  void apply(int code, float magnitude, CKFootPrint* room, const std::vector<Obstacle>& obstacles,
+             WalkOutcome* out);
   void stepBy(_D3DVECTOR step, CKFootPrint* room, const std::vector<Obstacle>& obstacles, WalkOutcome* out);
   void touch(int obstacle, WalkOutcome* out);
 

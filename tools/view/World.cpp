@@ -86,9 +86,12 @@ void World::dispatch(const InputCommand& command) {
     }
     return;
   }
-  if (command.code == KAR_EVENT_SELECT) selectObject(index);
-  else if (command.code == KAR_EVENT_DESELECT && index == m_selected) selectObject(-1);
-  else sendEvent(index, command.code);
+  if (command.code == KAR_EVENT_SELECT)
+    selectObject(index);
+  else if (command.code == KAR_EVENT_DESELECT && index == m_selected)
+    selectObject(-1);
+  else
+    sendEvent(index, command.code);
 }
 
 void World::sendEvent(int index, int code) {

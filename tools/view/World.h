@@ -95,7 +95,8 @@ class World {
   std::string moveObject(SceneObject& object, int code, float magnitude);
   std::string request(SceneObject& object, int code, const std::string& text, std::string* shown);
   bool objectFits(SceneObject& object);
-  void remember(SceneObject& object, int code, float magnitude, const std::string& text, const std::string& note);
+  void remember(SceneObject& object, int code, float magnitude, const std::string& text,
+                const std::string& note);
 
   Messages& m_messages;
   SceneSource m_source;
