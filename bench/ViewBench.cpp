@@ -58,15 +58,22 @@ void BM_ViewLoad1000Files(benchmark::State& state) {
 BENCHMARK(BM_ViewLoad1000Files)->Unit(benchmark::kMillisecond);
 
 // The viewer walks on and turns now and then, so it meets objects and walls; every tenth frame it
-// selects an object and every thirtieth it opens one, as clicks would.
+// selects an object and every thirtieth it opens one, as clicks would. With cold = 1 the caches are
+// flushed between frames (outside the timing), as drawing a frame does in the program.
 void BM_ViewFrameLibrary1000Files(benchmark::State& state) {
   kview::Messages messages;
   messages.setEcho(false);
   kview::World world(messages);
   world.load(roomFolder(), nullptr);
+  std::vector<char> flush(state.range(0) ? 64 << 20 : 0);
   int frame = 0;
   std::vector<kview::InputCommand> input;
   for (auto _ : state) {
+    if (!flush.empty()) {
+      state.PauseTiming();
+      for (std::size_t i = 0; i < flush.size(); i += 64) ++flush[i];
+      state.ResumeTiming();
+    }
     input.assign(1, {KAR_MOTION_FORWARD, 0, ""});
     if (frame % 40 < 6) input.push_back({KAR_MOTION_TURNLEFT, 0, ""});
     if (frame % 10 == 0) input.push_back({KAR_EVENT_SELECT, 0, world.objects()[(frame * 7) % kFiles]->name});
@@ -78,6 +85,9 @@ void BM_ViewFrameLibrary1000Files(benchmark::State& state) {
   state.counters["inside"] = world.insideFrames();
 }
 BENCHMARK(BM_ViewFrameLibrary1000Files)
+    ->ArgName("cold")
+    ->Arg(0)
+    ->Arg(1)
     ->Unit(benchmark::kMicrosecond)
     ->Repetitions(5)
     ->ReportAggregatesOnly(true);

@@ -18,9 +18,13 @@ set(ENV{XDG_CACHE_HOME} ${WORK}/cache)
 set(ENV{XDG_DATA_HOME} ${WORK}/data)
 set(ENV{KUTIL_REGISTRY_DIR} ${WORK}/registry)
 set(ENV{LIBGL_ALWAYS_SOFTWARE} 1)
-# Mesa, X and SDL keep caches for the life of the process; those are no leaks of ours.
-if(EXISTS "${LSAN_SUPPRESSIONS}")
-  set(ENV{LSAN_OPTIONS} "suppressions=${LSAN_SUPPRESSIONS}:print_suppressions=0")
+# Under the sanitizers a run with a window is checked for memory errors and undefined behaviour but not
+# for leaks: Mesa's driver, SDL, D-Bus and fontconfig keep allocations for the life of the process, and
+# the driver is unloaded before the leak report, so its frames cannot even be named in a suppression.
+# The viewer's core is leak-checked by its unit tests.
+if(XVFB_RUN AND "$ENV{ASAN_OPTIONS}" MATCHES "detect_leaks=1")
+  string(REPLACE "detect_leaks=1" "detect_leaks=0" options "$ENV{ASAN_OPTIONS}")
+  set(ENV{ASAN_OPTIONS} "${options}")
 endif()
 
 # Arguments name the test data and the scratch folder as @DATA@ and @WORK@.

@@ -35,7 +35,7 @@ function(kutil_view_run name)
   cmake_parse_arguments(V "DISPLAY" "CODE;CHECK" "ARGS;FIRST_ARGS" ${ARGN})
   set(dir ${PROJECT_SOURCE_DIR}/tests/view)
   set(defs -DVIEW=$<TARGET_FILE:kutil-view> -DWORK=${PROJECT_BINARY_DIR}/view-test/${name} -DDATA=${dir}/data
-    -DPNG_COLOURS=$<TARGET_FILE:kutil_view_png_colours> -DLSAN_SUPPRESSIONS=${dir}/LeakSuppressions.txt)
+    -DPNG_COLOURS=$<TARGET_FILE:kutil_view_png_colours>)
   if(V_DISPLAY)
     list(APPEND defs -DXVFB_RUN=${KUTIL_XVFB_RUN})
   endif()

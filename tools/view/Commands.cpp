@@ -35,14 +35,16 @@ bool isPing(int code, const std::string& text) {
 
 }  // namespace
 
-void World::carryOut(SceneObject& object, int code, float magnitude, const std::string& text) {
+void World::carryOut(int index, int code, float magnitude, const std::string& text) {
+  SceneObject& object = *m_objects[index];
   std::string shown = text;
   const std::string note =
-      isMotionCode(code) ? moveObject(object, code, magnitude) : request(object, code, text, &shown);
+      isMotionCode(code) ? moveObject(index, code, magnitude) : request(object, code, text, &shown);
   remember(object, code, magnitude, shown, note);
 }
 
-std::string World::moveObject(SceneObject& object, int code, float magnitude) {
+std::string World::moveObject(int index, int code, float magnitude) {
+  SceneObject& object = *m_objects[index];
   float m = magnitude;
   // A MOVE without BY carries magnitude 0: it takes the standard step at the object's scale.
   if (m <= 0.0f) KUGetMagnitudeForFIFOInput(&m, 0, 1.0f / object.scale, code);
@@ -87,7 +89,10 @@ std::string World::moveObject(SceneObject& object, int code, float magnitude) {
   }
   object.heading = std::remainder(object.heading, 2.0f * 3.14159265f);
   object.updateFootprint();
-  if (objectFits(object)) return "done";
+  if (objectFits(object)) {
+    updateObstacle(index);
+    return "done";
+  }
   // The viewer never ends up inside an object, and objects stay in the room.
   object.position = was;
   object.heading = heading;

@@ -70,6 +70,10 @@ void Messages::report(unsigned int id, const std::string& file, const std::strin
   m_info.KIDisplayInfo();  // reaches the sink
 }
 
+void Messages::reportOnce(unsigned int id, const std::string& file, const std::string& detail) {
+  if (m_once.insert({id, file}).second) report(id, file, detail);
+}
+
 void Messages::reportLastError(const std::string& file) {
   int id = 80;
   KUGetError(&id);

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 // Problems reported through the library's message system: looked up by id, logged, and shown.
 #pragma once
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "KUtil.h"
@@ -43,6 +45,8 @@ class Messages {
   bool open(const std::string& sheetFile, const std::string& logFile);
   /// Logs and shows the message id about file, with an optional detail.
   void report(unsigned int id, const std::string& file, const std::string& detail);
+  /// As report, but only the first time for this id and file (a texture many shapes name).
+  void reportOnce(unsigned int id, const std::string& file, const std::string& detail);
   /// Shows the message of an id the library set as its last error (a failed shell run).
   void reportLastError(const std::string& file);
   /// Every message shown so far, oldest first.
@@ -59,6 +63,7 @@ class Messages {
   std::vector<Message> m_shown;
   std::string m_logFile;
   Message m_pending{};  ///< the file and detail of the message being shown, which the sink cannot see
+  std::set<std::pair<unsigned int, std::string>> m_once;  ///< what reportOnce has reported
   bool m_echo = true;
 };
 

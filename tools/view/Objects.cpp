@@ -40,16 +40,19 @@ void SceneObject::resetBehaviour() {
 }
 
 void SceneObject::load(const SceneEntry& entry, Messages& messages) {
+  loadSolid(entry, messages);
+  loadBehaviour(entry, messages);
+}
+
+void SceneObject::loadSolid(const SceneEntry& entry, Messages& messages) {
   name = entry.name;
   path = entry.path;
   category = entry.category;
-  if (!loadShape(entry, messages)) {
-    // Not even the stock solid could be made: the object stays, as a flat marker on the floor.
-    mesh = Mesh();
+  // Without even the stock solid the object stays, with nothing to draw and no footprint.
+  if (!loadShape(entry, messages)) mesh = Mesh();
+  for (const std::string& texture : mesh.unreadableTextures) {
+    messages.reportOnce(kMsgTexture, texture, "named by " + shapeSource);
   }
-  for (const std::string& texture : mesh.unreadableTextures)
-    messages.report(kMsgTexture, texture, "named by " + shapeSource);
-  loadBehaviour(entry, messages);
 }
 
 bool SceneObject::loadShape(const SceneEntry& entry, Messages& messages) {

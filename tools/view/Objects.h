@@ -32,6 +32,10 @@ class SceneObject {
 
   /// Builds the solid and loads the behaviour of entry; problems are reported, never fatal.
   void load(const SceneEntry& entry, Messages& messages);
+  /// The first half of load: names the object and builds its solid.
+  void loadSolid(const SceneEntry& entry, Messages& messages);
+  /// The second half: loads its behaviour (or the stock one).
+  void loadBehaviour(const SceneEntry& entry, Messages& messages);
   /// Puts the object at a place and rebuilds its footprint there.
   void place(float x, float z, float heading);
   /// Rebuilds the footprint after position, heading or scale changed.
@@ -63,7 +67,6 @@ class SceneObject {
 
  private:
   bool loadShape(const SceneEntry& entry, Messages& messages);
-  void loadBehaviour(const SceneEntry& entry, Messages& messages);
   bool loadBehaviourText(const std::string& text);
   void resetBehaviour();
 };

@@ -7,6 +7,7 @@
 #include <stb_image.h>
 #include <stb_image_write.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -326,24 +327,40 @@ void Renderer::drawFootprints(World& world) {
 }
 
 void Renderer::drawLabels(World& world, int left, int width, int height) {
-  ImDrawList* list = ImGui::GetBackgroundDrawList();
+  struct Label {
+    float distance;
+    ImVec2 at, size;
+    const SceneObject* object;
+  };
+  std::vector<Label> labels;
   CKTrans& camera = world.walker().camera();
   const _D3DVECTOR eye = world.walker().state().position;
   for (const auto& object : world.objects()) {
     const SceneObject& o = *object;
-    if (std::hypot(o.position.x - eye.x, o.position.z - eye.z) > kLabelDistance) continue;
+    const float distance = std::hypot(o.position.x - eye.x, o.position.z - eye.z);
     const _D3DVECTOR top = {o.position.x, o.position.y + o.mesh.max.y * o.scale + 0.3f, o.position.z};
     float x = 0, y = 0;
-    if (!worldToPixel(camera, width, height, top, &x, &y) || x < -200 || x > width + 200 || y < -50 ||
-        y > height + 50) {
+    if ((distance > kLabelDistance && !o.selected) || !worldToPixel(camera, width, height, top, &x, &y))
       continue;
-    }
     const ImVec2 size = ImGui::CalcTextSize(o.name.c_str());
-    const ImVec2 at = {left + x - size.x * 0.5f, y - size.y};
-    list->AddRectFilled({at.x - 4, at.y - 2}, {at.x + size.x + 4, at.y + size.y + 2},
-                        IM_COL32(16, 18, 24, 170), 4.0f);
-    list->AddText(at, o.selected ? IM_COL32(255, 214, 82, 255) : IM_COL32(240, 242, 248, 255),
-                  o.name.c_str());
+    if (x + size.x < 0 || x - size.x > width || y < 0 || y - size.y > height) continue;
+    labels.push_back({o.selected ? -1.0f : distance, {left + x - size.x * 0.5f, y - size.y}, size, &o});
+  }
+  // Nearest first; a name that would cover a nearer one is left out, the selected one never.
+  std::sort(labels.begin(), labels.end(),
+            [](const Label& a, const Label& b) { return a.distance < b.distance; });
+  std::vector<ImVec4> taken;
+  ImDrawList* list = ImGui::GetBackgroundDrawList();
+  for (const Label& l : labels) {
+    const ImVec4 box = {l.at.x - 4, l.at.y - 2, l.at.x + l.size.x + 4, l.at.y + l.size.y + 2};
+    const bool covers = std::any_of(taken.begin(), taken.end(), [&](const ImVec4& t) {
+      return box.x < t.z && t.x < box.z && box.y < t.w && t.y < box.w;
+    });
+    if (covers) continue;
+    taken.push_back(box);
+    list->AddRectFilled({box.x, box.y}, {box.z, box.w}, IM_COL32(16, 18, 24, 170), 4.0f);
+    list->AddText(l.at, l.object->selected ? IM_COL32(255, 214, 82, 255) : IM_COL32(240, 242, 248, 255),
+                  l.object->name.c_str());
   }
 }
 

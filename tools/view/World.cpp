@@ -30,21 +30,25 @@ void World::load(const std::string& path, const Progress& progress) {
   m_objects.clear();
   for (int i = 0; i < count; ++i) {
     auto object = std::make_unique<SceneObject>();
-    object->load(m_source.entries[i], m_messages);
+    object->loadSolid(m_source.entries[i], m_messages);
     object->place(m_layout.places[i].x, m_layout.places[i].z, m_layout.places[i].heading);
     m_objects.push_back(std::move(object));
     if (progress) progress(i + 1, count, m_source.entries[i].name);
   }
+  // Behaviours are read after all the solids, so that the rows every frame walks lie together in
+  // memory rather than between the solids' much larger data: that halves a frame's library work.
+  for (int i = 0; i < count; ++i) m_objects[i]->loadBehaviour(m_source.entries[i], m_messages);
+  // Kept beside the objects, so a frame's walking reads one small array instead of every object.
+  m_obstacles.assign(count, Obstacle{});
+  for (int i = 0; i < count; ++i) updateObstacle(i);
   m_viewpoints.load(m_source.markersPath);
   m_walker.reset(m_layout.start, m_layout.startHeading, m_layout.startPitch);
   m_selected = -1;
 }
 
-std::vector<Obstacle> World::obstacles() const {
-  std::vector<Obstacle> list;
-  list.reserve(m_objects.size());
-  for (const auto& o : m_objects) list.push_back({&o->footprint, o->position, o->reach});
-  return list;
+void World::updateObstacle(int index) {
+  SceneObject& o = *m_objects[index];
+  m_obstacles[index] = {&o.footprint, o.position, o.reach};
 }
 
 int World::find(const std::string& name) const {
@@ -117,12 +121,11 @@ void World::selectObject(int index) {
 }
 
 void World::walkViewer() {
-  const std::vector<Obstacle> list = obstacles();
   WalkOutcome outcome;
-  m_walker.walk(&m_room, list, &outcome);
+  m_walker.walk(&m_room, m_obstacles, &outcome);
   m_collisions += outcome.contacts;
   for (int bumped : outcome.bumped) sendEvent(bumped, KAR_EVENT_COLLIDE);
-  if (!Walker::standsClear(&m_room, list, m_walker.state().position)) ++m_insideFrames;
+  if (!Walker::standsClear(&m_room, m_obstacles, m_walker.state().position)) ++m_insideFrames;
 }
 
 void World::tickBehaviours() {
@@ -130,19 +133,20 @@ void World::tickBehaviours() {
   float magnitude = 0.0f;
   _D3DVECTOR vector{};
   char text[KFI_TEXT_LEN + 1];
-  for (auto& object : m_objects) {
-    object->behaviour.DEClock();
-    while (object->output.FIPopFIFOCommand(&code, &magnitude, &vector, text, &flags)) {
+  for (std::size_t i = 0; i < m_objects.size(); ++i) {
+    SceneObject& object = *m_objects[i];
+    object.behaviour.DEClock();
+    while (object.output.FIPopFIFOCommand(&code, &magnitude, &vector, text, &flags)) {
       if (!(flags & 1)) continue;  // an event no ON row wanted, passed through unchanged
-      ++object->commands;
+      ++object.commands;
       ++m_activity.emitted;
-      carryOut(*object, code, magnitude, text);
+      carryOut(static_cast<int>(i), code, magnitude, text);
     }
   }
 }
 
 bool World::placeViewer(const ViewerState& state) {
-  if (!Walker::standsClear(&m_room, obstacles(), state.position)) return false;
+  if (!Walker::standsClear(&m_room, m_obstacles, state.position)) return false;
   m_walker.setState(state);
   return true;
 }

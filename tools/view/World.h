@@ -88,11 +88,11 @@ class World {
   void selectObject(int index);
   void walkViewer();
   void tickBehaviours();
-  std::vector<Obstacle> obstacles() const;
+  void updateObstacle(int index);
 
   // Commands.cpp: what the host does with what behaviours emit.
-  void carryOut(SceneObject& object, int code, float magnitude, const std::string& text);
-  std::string moveObject(SceneObject& object, int code, float magnitude);
+  void carryOut(int index, int code, float magnitude, const std::string& text);
+  std::string moveObject(int index, int code, float magnitude);
   std::string request(SceneObject& object, int code, const std::string& text, std::string* shown);
   bool objectFits(SceneObject& object);
   void remember(SceneObject& object, int code, float magnitude, const std::string& text,
@@ -104,6 +104,7 @@ class World {
   Layout m_layout;
   CKFootPrint m_room;
   std::vector<std::unique_ptr<SceneObject>> m_objects;
+  std::vector<Obstacle> m_obstacles;  ///< each object's footprint, centre and reach, in object order
   Walker m_walker;
   Viewpoints m_viewpoints;
   CKSound m_sound;
