@@ -139,6 +139,23 @@ TEST_F(ViewObjects, ShapeFileIsDrawnWithItsReadableTextures) {
   EXPECT_EQ(messages.shown()[0].file, dir.file("none.bmp"));
 }
 
+TEST_F(ViewObjects, AHugeSeedIsDrawnByItsSidesAloneRatherThanHoldingTheRoomUp) {
+  std::string text = "[VGEN]\n";
+  for (int i = 0; i < 400; ++i) {
+    char block[128];
+    std::snprintf(block, sizeof(block), "[SED]\n[SEX][7]%+.4f\n[SEY][7]%+.4f\n[DES]\n", std::cos(i * 0.0157f),
+                  std::sin(i * 0.0157f));
+    text += block;
+  }
+  writeFile(dir.file("disc.ksf"), text + "[INS]\n[CMD][1]3\n[IMG][6]0.2000\n[SNI]\n[NEGV]\n");
+  auto o = make("disc.ksf", "disc.ksf");
+  EXPECT_EQ(o->shapeSource, dir.file("disc.ksf"));
+  EXPECT_EQ(o->mesh.count[kFrontGroup], 0);
+  EXPECT_EQ(o->mesh.count[kSidesGroup], 400 * 6);
+  ASSERT_EQ(messages.shown().size(), 1u);
+  EXPECT_EQ(messages.shown()[0].id, kMsgShape);
+}
+
 TEST(ViewCommandNames, CodesReadAsTheirKeywords) {
   EXPECT_EQ(commandName(KAR_MOTION_FORWARD), "FORWARD");
   EXPECT_EQ(commandName(KAR_EVENT_OPEN), "open");

@@ -122,6 +122,11 @@ TEST(ViewRecording, WhatIsRecordedPlaysBackInOrder) {
   }
   EXPECT_FALSE(player.next(&c));
   EXPECT_FALSE(player.open(dir.file("missing.rec")));
+  writeFile(dir.file("door.kvc"), "ON select PING \"mine\"\n");  // named by mistake: kept
+  EXPECT_FALSE(recorder.open(dir.file("door.kvc")));
+  EXPECT_EQ(kutil::test::readFile(dir.file("door.kvc")), "ON select PING \"mine\"\n");
+  EXPECT_TRUE(recorder.open(dir.file("run.rec")));  // an earlier recording is replaced
+  recorder.close();
 }
 
 TEST(ViewSettings, SettingsAndPlacesAreKeptInTheStoreAndNonsenseIsIgnored) {

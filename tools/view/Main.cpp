@@ -241,7 +241,8 @@ int App::run() {
   if (!m_options.play.empty() && !m_player.open(m_options.play))
     m_messages.report(kMsgRecording, m_options.play, "");
   if (!m_options.record.empty() && !m_recorder.open(m_options.record))
-    m_messages.report(kMsgRecording, m_options.record, "cannot be written");
+    m_messages.report(kMsgRecording, m_options.record,
+                      "it cannot be written, or it holds something else, which is kept");
   for (bool quit = false; !quit;) {
     SDL_GL_GetDrawableSize(m_window, &m_width, &m_height);
     m_world.walker().aim(viewWidth(), m_height);  // clicks are picked through this frame's camera

@@ -185,12 +185,15 @@ _D3DVECTOR meshPoint(const Mesh& mesh, const _D3DVECTOR& p) {
 
 bool buildMesh(CKVGen* gen, float cellWidth, float cellHeight, const std::string& textureBase, Mesh* out) {
   *out = Mesh();
-  // A seed that does not tessellate (a lathe's profile) is closed by its side faces alone.
-  const bool tessellated = gen->KVTesselateSeedPlane() != 0;
-  if (!gen->KVGenerate()) return false;
-  gen->KVUpdateVertexDependencies();
   Solid solid;
   if (!gen->KVGetNumVertices(&solid.n) || solid.n < 1) return false;
+  // A seed that does not tessellate (a lathe's profile) is closed by its side faces alone. The
+  // tessellation's time grows with about the fourth power of the seed, so a huge seed (a second for
+  // 200 vertices) is not filled rather than holding the whole room up.
+  out->endsOmitted = solid.n > kMaxFilledSeed;
+  const bool tessellated = !out->endsOmitted && gen->KVTesselateSeedPlane() != 0;
+  if (!gen->KVGenerate()) return false;
+  gen->KVUpdateVertexDependencies();
   collectPoints(gen, &solid);
   // The end-plane mapping measures the seed in generator units, so map at the seed's own size.
   _D3DRMBOX* seedBox = nullptr;

@@ -35,10 +35,14 @@ struct Mesh {
   std::array<int, kGroupCount> count{};           ///< vertex count of each group
   std::array<std::string, kGroupCount> textures;  ///< texture file per group, "" for a flat colour
   std::vector<std::string> unreadableTextures;    ///< textures named but not readable as bitmaps
+  bool endsOmitted = false;                       ///< the seed was too large to fill the end planes
   _D3DVECTOR min{}, max{};                        ///< bounds in the object's frame
   _D3DVECTOR offset{};                            ///< generator point that becomes the frame's origin
   float fit = 1.0f;                               ///< generator units to frame units
 };
+
+/// The largest seed whose end planes are filled.
+constexpr int kMaxFilledSeed = 160;
 
 /// Tessellates and generates gen (a restored or stock generator) and builds its triangles, fitted
 /// into a cell of the given width and height, standing on y = 0 and centred in x and z.

@@ -53,6 +53,10 @@ void SceneObject::loadSolid(const SceneEntry& entry, Messages& messages) {
   for (const std::string& texture : mesh.unreadableTextures) {
     messages.reportOnce(kMsgTexture, texture, "named by " + shapeSource);
   }
+  if (mesh.endsOmitted) {
+    messages.report(kMsgShape, shapeSource,
+                    "its seed is too large to fill its end planes; the sides are drawn");
+  }
 }
 
 bool SceneObject::loadShape(const SceneEntry& entry, Messages& messages) {

@@ -3,10 +3,18 @@
 #include "Recording.h"
 
 #include <cstdio>
+#include <cstring>
 
 namespace kview {
 
 bool Recorder::open(const std::string& path) {
+  // Only an earlier recording is replaced: a scene's own file named by mistake is kept.
+  if (std::FILE* old = std::fopen(path.c_str(), "r")) {
+    char start[8] = {0};
+    const bool other = std::fgets(start, sizeof(start), old) && std::strncmp(start, "[CM]", 4) != 0;
+    std::fclose(old);
+    if (other) return false;
+  }
   // The recorder opens its file only at the first command; find out now whether it can.
   std::FILE* probe = std::fopen(path.c_str(), "w");
   if (!probe) return false;

@@ -19,7 +19,8 @@ struct InputCommand {
 /// Writes every command to a recording.
 class Recorder {
  public:
-  /// Starts a recording (the file is replaced); false when it cannot be written.
+  /// Starts a recording, replacing an earlier one; false when the file cannot be written or already
+  /// holds something that is no recording (it is then left as it is).
   bool open(const std::string& path);
   /// Stores one command; runs of the same command become one line.
   void store(const InputCommand& command);

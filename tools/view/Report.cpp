@@ -75,7 +75,8 @@ bool writeReport(const std::string& path, World& world, const Timings& timings, 
                        {"messages", messagesOf(world.messages())},
                        {"requests", requestsOf(world)}};
   std::ofstream out(path);
-  out << report.dump(2) << '\n';
+  // File names need not be UTF-8: bytes that are not become U+FFFD rather than failing the report.
+  out << report.dump(2, ' ', false, json::error_handler_t::replace) << '\n';
   return static_cast<bool>(out);
 }
 
