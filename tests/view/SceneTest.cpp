@@ -68,6 +68,14 @@ TEST(ViewScene, SceneListResolvesItsVariablesAndReportsMissingFiles) {
   EXPECT_EQ(s.markersPath, dir.file("hall.mkl"));
 }
 
+TEST(ViewScene, PathVariablesResolveAgainstTheirFileAndACutNameIsRefused) {
+  EXPECT_EQ(resolvePath("/rooms/hall.ksl", "?KALDOKWQDIR?a.txt"), "/rooms/a.txt");
+  EXPECT_EQ(resolvePath("/rooms/hall.ksl", "plain.txt"), "plain.txt");
+  // The library cuts a result beyond 263 characters and still succeeds: such a name is not used.
+  EXPECT_EQ(resolvePath("/" + std::string(256, 'd') + "/door.ksf", "?KALDOKWQDIR?oak.bmp"), "");
+  EXPECT_EQ(resolvePath("/rooms/hall.ksl", "?KALDOKWQDIR?" + std::string(300, 'x')), "");
+}
+
 TEST(ViewScene, MissingPathGivesAnEmptySceneAndAProblem) {
   const SceneSource s = listScene("/no/such/folder");
   EXPECT_TRUE(s.entries.empty());

@@ -4,7 +4,6 @@
 // object; requests (PLAY, RUN, LOAD, GOTO, PING, ...) are carried out where the viewer can, and shown.
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 #include "World.h"
 
@@ -19,11 +18,8 @@ constexpr int kSoundPriority = 50;
 
 // A behaviour's text with "?KALDOKWQDIR?" and the other variables resolved against its file.
 std::string resolve(const std::string& base, const std::string& text) {
-  char buffer[264] = {0};
-  if (text.size() >= sizeof(buffer) || !KUIsVariablised(text.c_str())) return text;
-  std::strcpy(buffer, text.c_str());
-  KUDeRelativiseFileName(base.c_str(), buffer);
-  return buffer;
+  const std::string path = resolvePath(base, text);
+  return path.empty() ? text : path;
 }
 
 // DELETE, CUT and COPY share their codes with the delete, cut and copy events; an ON row's PING

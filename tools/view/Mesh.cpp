@@ -6,6 +6,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "Scene.h"
+
 namespace kview {
 namespace {
 
@@ -157,15 +159,9 @@ void addSides(CKVGen* gen, const Solid& solid, std::vector<MeshVertex>* out, std
 
 // A texture name made absolute against the shape's own file; "" when it names no bitmap here.
 std::string resolveTexture(const char* name, const std::string& base, Mesh* mesh) {
-  char path[264] = {0};
-  if (std::strlen(name) >= sizeof(path)) {
-    mesh->unreadableTextures.push_back(name);
-    return "";
-  }
-  std::strcpy(path, name);
-  KUDeRelativiseFileName(base.c_str(), path);
-  if (KUIsBitmap(path)) return path;
-  mesh->unreadableTextures.push_back(path);
+  const std::string path = resolvePath(base, name);
+  if (!path.empty() && KUIsBitmap(path.c_str())) return path;
+  mesh->unreadableTextures.push_back(path.empty() ? name : path);
   return "";
 }
 

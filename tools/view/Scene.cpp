@@ -70,12 +70,8 @@ std::vector<Named> listFolder(const std::string& folder, SceneSource* source) {
 
 // A scene-list line made into a path: variables resolved against the list, separators made '/'.
 std::string resolveListed(const std::string& list, std::string name) {
-  char buffer[264] = {0};
-  if (name.size() < sizeof(buffer) && KUIsVariablised(name.c_str())) {
-    std::strcpy(buffer, name.c_str());
-    KUDeRelativiseFileName(list.c_str(), buffer);
-    name = buffer;
-  }
+  const std::string resolved = resolvePath(list, name);
+  if (!resolved.empty()) name = resolved;
   if (!isFile(name) && !isDirectory(name)) std::replace(name.begin(), name.end(), '\\', '/');
   if (fs::path(name).is_relative()) name = (fs::path(list).parent_path() / name).string();
   return name;
@@ -126,6 +122,16 @@ void makeEntries(const std::vector<Named>& named, SceneSource* source) {
 }
 
 }  // namespace
+
+std::string resolvePath(const std::string& reference, const std::string& name) {
+  char buffer[264] = {0};
+  if (!KUIsVariablised(name.c_str())) return name;
+  if (name.size() >= sizeof(buffer)) return "";
+  std::strcpy(buffer, name.c_str());
+  KUDeRelativiseFileName(reference.c_str(), buffer);
+  // The library cuts a longer result to fit and still succeeds: a name that fills the buffer may be cut.
+  return std::strlen(buffer) >= sizeof(buffer) - 1 ? "" : buffer;
+}
 
 SceneSource listScene(const std::string& path) {
   SceneSource source;

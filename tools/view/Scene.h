@@ -34,6 +34,10 @@ struct SceneSource {
   std::vector<Problem> problems;    ///< missing and unreadable files
 };
 
+/// name with its leading path variable resolved ("?KALDOKWQDIR?" as reference's folder); name itself
+/// when it holds no variable, "" when the result would not fit the library's 263 characters.
+std::string resolvePath(const std::string& reference, const std::string& name);
+
 /// Reads a folder, a ".ksl" scene list or a single file. A ".ksf" or ".kvc" that shares its stem
 /// with another file of the scene is that file's shape or behaviour, not an object of its own.
 SceneSource listScene(const std::string& path);
