@@ -3,7 +3,7 @@
 set -e
 pkgs="cmake make g++ git pkg-config ccache googletest libgtest-dev libgmock-dev libbenchmark-dev
  libsqlite3-dev libcairo2-dev libcanberra-dev libcli11-dev libglm-dev
- clang libclang-rt-14-dev
+ clang clang-format libclang-rt-14-dev
  g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64"
 missing=""
 for p in $pkgs; do
