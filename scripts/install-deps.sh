@@ -4,7 +4,7 @@ set -e
 pkgs="cmake make g++ git pkg-config ccache googletest libgtest-dev libgmock-dev libbenchmark-dev
  libsqlite3-dev libcairo2-dev libcanberra-dev libcli11-dev libglm-dev
  libsdl2-dev libimgui-dev libepoxy-dev libstb-dev nlohmann-json3-dev xvfb xauth libgl1-mesa-dri
- clang libclang-rt-14-dev
+ clang clang-format libclang-rt-14-dev
  g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64"
 missing=""
 for p in $pkgs; do

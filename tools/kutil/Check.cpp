@@ -20,6 +20,11 @@ namespace {
 // Line-number search reloads growing prefixes of a file; beyond this many lines it is skipped.
 constexpr std::size_t kMaxLinesToLocate = 4000;
 
+// "path line n: ", the start of a sentence about one line of a file.
+std::string atLine(const std::string& path, std::size_t line) {
+  return path + " line " + std::to_string(line) + ": ";
+}
+
 std::string inQuotes(const std::string& text) { return "\"" + text + "\""; }
 
 std::string plural(std::size_t n, const char* one, const char* many) {
@@ -142,6 +147,96 @@ std::string rowText(CKDecide& table, CKActionRow* row, int number) {
   return out;
 }
 
+// Reports a behaviour that failed to load (one sentence, an exit status) or warns of each clause the
+// loader skipped.
+int reportLoadProblems(const std::string& path, const std::string& content, CKDecide& table, bool loaded,
+                       unsigned int id) {
+  const std::vector<BehaviourProblem> problems = locateProblems(splitLines(content));
+  if (!loaded) {
+    BehaviourProblem last;
+    if (!problems.empty() && problems.back().fatal) {
+      last = problems.back();
+    } else {
+      char comment[KDE_COMMENT_LEN + 1] = {0};
+      table.DEGetComment(comment);
+      last.errorId = id;
+      last.clause = comment;
+    }
+    return fail(problemSentence(path, last));
+  }
+  for (const BehaviourProblem& p : problems) warn(problemSentence(path, p) + " The clause was skipped.");
+  return kExitOk;
+}
+
+// What a walk over a behaviour's rows found.
+struct RowSurvey {
+  std::map<int, int> byType;
+  std::set<std::string> groups;
+  std::vector<std::string> calls;
+  int rows = 0;
+  bool seenIn = false;
+};
+
+// Warns of a row the clock never runs: an ON row it cannot or does not reach, a row without action.
+void warnIdleRow(const std::string& path, CKDecide& table, CKActionRow* row, int number, int type, int action,
+                 bool seenIn) {
+  if (type == KAR_ROW_ON) {
+    int event = 0;
+    if (!row->ARGetEvent(&event)) {
+      warn(path + ": row " + std::to_string(number) +
+           " is an ON row with an unknown event; it never fires and "
+           "cannot be stored.");
+    } else if (seenIn) {
+      warn(path + ": row " + std::to_string(number) + " (" + rowText(table, row, number) +
+           ") stands after an IN row, so the clock never hands it events.");
+    }
+  }
+  if (action == -1) {
+    warn(path + ": row " + std::to_string(number) + " (" + rowText(table, row, number) + ") has no action.");
+  }
+}
+
+// Counts the rows by type and gathers the IN groups and CALL targets, warning of rows that never run.
+RowSurvey surveyRows(const std::string& path, CKDecide& table) {
+  RowSurvey survey;
+  CKActionRow* row = nullptr;
+  table.DEEnableRowNumbering();
+  for (int ok = table.DESelectFirstActionRow(&row); ok; ok = table.DESelectNextActionRow(&row)) {
+    ++survey.rows;
+    int type = -1, action = -1;
+    row->ARGetRowType(&type);
+    row->ARGetAction(&action);
+    ++survey.byType[type];
+    char grouping[KAR_GROUPING_LEN + 1] = {0};
+    row->ARGetGrouping(grouping);
+    if (type == KAR_ROW_IN) {
+      survey.groups.insert(grouping);
+      survey.seenIn = true;
+    }
+    warnIdleRow(path, table, row, survey.rows, type, action, survey.seenIn);
+    if (action == KAR_ACTION_CALL) {
+      char target[KAR_TEXTDATA_LEN + 1] = {0};
+      row->ARGetTextData(target);
+      survey.calls.push_back(target);
+    }
+  }
+  return survey;
+}
+
+void printBehaviourSummary(const std::string& path, const RowSurvey& survey) {
+  std::ostringstream s;
+  s << path << ": behaviour, " << plural(static_cast<std::size_t>(survey.rows), "row", "rows");
+  if (survey.rows > 0) {
+    const auto count = [&survey](int type) {
+      const auto found = survey.byType.find(type);
+      return found == survey.byType.end() ? 0 : found->second;
+    };
+    s << " (" << count(KAR_ROW_ON) << " ON, " << count(KAR_ROW_IN) << " IN, " << count(KAR_ROW_AT) << " AT)";
+  }
+  if (!survey.groups.empty()) s << ", " << plural(survey.groups.size(), "group", "groups");
+  std::cout << s.str() << '\n';
+}
+
 int checkBehaviour(const std::string& path) {
   std::string content;
   if (!readFile(path, &content)) return fail(path + ": the behaviour file cannot be read.");
@@ -150,73 +245,15 @@ int checkBehaviour(const std::string& path) {
   const int loaded = table.DELoadFromFile(path.c_str());
   unsigned int id = KDE_ERROR_NONE;
   const bool recorded = table.DEGetErrorID(&id) != 0;
-  if (!loaded || recorded) {
-    const std::vector<BehaviourProblem> problems = locateProblems(splitLines(content));
-    if (!loaded) {
-      BehaviourProblem last;
-      if (!problems.empty() && problems.back().fatal) {
-        last = problems.back();
-      } else {
-        char comment[KDE_COMMENT_LEN + 1] = {0};
-        table.DEGetComment(comment);
-        last.errorId = id;
-        last.clause = comment;
-      }
-      return fail(problemSentence(path, last));
-    }
-    for (const BehaviourProblem& p : problems) warn(problemSentence(path, p) + " The clause was skipped.");
+  if ((!loaded || recorded) && reportLoadProblems(path, content, table, loaded != 0, id) != kExitOk) {
+    return kExitFailed;
   }
-
   // What loads may still not behave: rows the clock never reaches, calls to missing groups.
-  std::map<int, int> byType;
-  std::set<std::string> groups;
-  std::vector<std::string> calls;
-  int rows = 0;
-  bool seenIn = false;
-  CKActionRow* row = nullptr;
-  table.DEEnableRowNumbering();
-  for (int ok = table.DESelectFirstActionRow(&row); ok; ok = table.DESelectNextActionRow(&row)) {
-    ++rows;
-    int type = -1, action = -1, event = 0;
-    row->ARGetRowType(&type);
-    row->ARGetAction(&action);
-    ++byType[type];
-    char grouping[KAR_GROUPING_LEN + 1] = {0};
-    row->ARGetGrouping(grouping);
-    if (type == KAR_ROW_IN) {
-      groups.insert(grouping);
-      seenIn = true;
-    }
-    if (type == KAR_ROW_ON) {
-      if (!row->ARGetEvent(&event)) {
-        warn(path + ": row " + std::to_string(rows) +
-             " is an ON row with an unknown event; it never fires and "
-             "cannot be stored.");
-      } else if (seenIn) {
-        warn(path + ": row " + std::to_string(rows) + " (" + rowText(table, row, rows) +
-             ") stands after an IN row, so the clock never hands it events.");
-      }
-    }
-    if (action == -1) {
-      warn(path + ": row " + std::to_string(rows) + " (" + rowText(table, row, rows) + ") has no action.");
-    }
-    if (action == KAR_ACTION_CALL) {
-      char target[KAR_TEXTDATA_LEN + 1] = {0};
-      row->ARGetTextData(target);
-      calls.push_back(target);
-    }
+  const RowSurvey survey = surveyRows(path, table);
+  for (const std::string& c : survey.calls) {
+    if (!survey.groups.count(c)) warn(path + ": CALL " + c + " names no IN group of this file.");
   }
-  for (const std::string& c : calls) {
-    if (!groups.count(c)) warn(path + ": CALL " + c + " names no IN group of this file.");
-  }
-  std::ostringstream s;
-  s << path << ": behaviour, " << plural(static_cast<std::size_t>(rows), "row", "rows");
-  if (rows > 0) {
-    s << " (" << byType[KAR_ROW_ON] << " ON, " << byType[KAR_ROW_IN] << " IN, " << byType[KAR_ROW_AT]
-      << " AT)";
-  }
-  if (!groups.empty()) s << ", " << plural(groups.size(), "group", "groups");
-  std::cout << s.str() << '\n';
+  printBehaviourSummary(path, survey);
   return kExitOk;
 }
 
@@ -305,7 +342,7 @@ int checkSceneList(const std::string& path) {
     const std::string& line = lines[i];
     if (line.empty() || line[0] == '#') continue;
     ++names;
-    const std::string where = path + " line " + std::to_string(i + 1) + ": ";
+    const std::string where = atLine(path, i + 1);
     if (line.size() > 259) {
       return fail(where + "the name is longer than 259 characters and would be read as two lines.");
     }
@@ -335,81 +372,108 @@ bool fieldOf(const char* tag, const std::string& line, std::string* value) {
   return true;
 }
 
+// The marker's whole-number field a tag names, or nullptr.
+int* intField(tagMarkerItem& item, const std::string& tag) {
+  const std::pair<const char*, int*> fields[] = {
+      {"[MKI]", &item.indexNumber}, {"[MKS]", &item.sector}, {"[MKV]", &item.valueV}};
+  for (const auto& f : fields) {
+    if (tag == f.first) return f.second;
+  }
+  return nullptr;
+}
+
+// The marker's number field a tag names, or nullptr.
+float* floatField(tagMarkerItem& item, const std::string& tag) {
+  const std::pair<const char*, float*> fields[] = {
+      {"[MKX]", &item.position.x},  {"[MKY]", &item.position.y},  {"[MKZ]", &item.position.z},
+      {"[MKP]", &item.direction.x}, {"[MKQ]", &item.direction.y}, {"[MKR]", &item.direction.z},
+      {"[MKA]", &item.up.x},        {"[MKB]", &item.up.y},        {"[MKC]", &item.up.z},
+      {"[MKO]", &item.valueO},      {"[MKF]", &item.valueF}};
+  for (const auto& f : fields) {
+    if (tag == f.first) return f.second;
+  }
+  return nullptr;
+}
+
+// Stores one field of a marker; an exit status, the failure named.
+int setMarkerField(tagMarkerItem& item, const std::string& tag, const std::string& value,
+                   const std::string& where) {
+  if (tag == "[MKN]") {
+    KUSafeStrncpy(item.name, value.c_str(), KMARKER_NAME_SIZE - 1);
+    return kExitOk;
+  }
+  if (int* field = intField(item, tag)) {
+    long long n = 0;
+    if (!parseInt(value, &n))
+      return fail(where + "the field " + tag + " holds " + inQuotes(value) + ", not a whole number.");
+    *field = static_cast<int>(n);
+    return kExitOk;
+  }
+  if (float* field = floatField(item, tag)) {
+    double v = 0.0;
+    if (!parseFloat(value, &v))
+      return fail(where + "the field " + tag + " holds " + inQuotes(value) + ", not a number.");
+    *field = static_cast<float>(v);
+    return kExitOk;
+  }
+  return fail(where + "the tag " + tag + " is not a marker field.");
+}
+
+// A marker list as it is read: the marker being filled ([MKJ] ... [MKE]) and the names seen.
+struct MarkerReading {
+  CKMarkerList list;
+  tagMarkerItem item;
+  bool inRecord = false;
+  std::size_t recordLine = 0;
+  std::set<std::string> names;
+};
+
+// Reads one non-empty line of a marker list; an exit status, the failure named.
+int readMarkerLine(MarkerReading& r, const std::string& line, std::size_t number, const std::string& where) {
+  if (line.size() < 5 || line[0] != '[' || line[4] != ']')
+    return fail(where + "the line is not a tagged segment.");
+  const std::string tag = line.substr(0, 5);
+  std::string value;
+  if (!fieldOf(tag.c_str(), line, &value)) return fail(where + "the segment " + tag + " is malformed.");
+  if (tag == "[MKJ]") {
+    if (r.inRecord)
+      return fail(where + "a new marker begins before the marker of line " + std::to_string(r.recordLine) +
+                  " ended with [MKE].");
+    r.inRecord = true;
+    r.recordLine = number;
+    r.list.MLInitMarker(&r.item);
+    return kExitOk;
+  }
+  if (!r.inRecord) return fail(where + "the field " + tag + " stands outside a marker ([MKJ] ... [MKE]).");
+  if (tag == "[MKE]") {
+    if (!r.names.insert(r.item.name).second)
+      warn(where + "the marker name " + inQuotes(r.item.name) + " is used twice.");
+    r.list.MLAddMarker(&r.item);
+    r.inRecord = false;
+    return kExitOk;
+  }
+  return setMarkerField(r.item, tag, value, where);
+}
+
 int checkMarkers(const std::string& path) {
   std::string content;
   if (!readFile(path, &content)) return fail(path + ": the marker file cannot be read.");
   const std::vector<std::string> lines = splitLines(content);
-  static const char* const floatTags[] = {"[MKX]", "[MKY]", "[MKZ]", "[MKP]", "[MKQ]", "[MKR]",
-                                          "[MKA]", "[MKB]", "[MKC]", "[MKO]", "[MKF]"};
-  static const char* const intTags[] = {"[MKI]", "[MKS]", "[MKV]"};
-  CKMarkerList list;
-  list.MLInitialise();
-  bool inRecord = false;
-  std::size_t recordLine = 0;
-  tagMarkerItem item;
-  std::set<std::string> names;
+  MarkerReading r;
+  r.list.MLInitialise();
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    const std::string& line = lines[i];
-    const std::string where = path + " line " + std::to_string(i + 1) + ": ";
-    if (line.empty()) continue;
-    if (line.size() < 5 || line[0] != '[' || line[4] != ']')
-      return fail(where + "the line is not a tagged segment.");
-    const std::string tag = line.substr(0, 5);
-    std::string value;
-    if (!fieldOf(tag.c_str(), line, &value)) return fail(where + "the segment " + tag + " is malformed.");
-    if (tag == "[MKJ]") {
-      if (inRecord)
-        return fail(where + "a new marker begins before the marker of line " + std::to_string(recordLine) +
-                    " ended with [MKE].");
-      inRecord = true;
-      recordLine = i + 1;
-      list.MLInitMarker(&item);
-      continue;
-    }
-    if (!inRecord) return fail(where + "the field " + tag + " stands outside a marker ([MKJ] ... [MKE]).");
-    if (tag == "[MKE]") {
-      if (!names.insert(item.name).second)
-        warn(where + "the marker name " + inQuotes(item.name) + " is used twice.");
-      list.MLAddMarker(&item);
-      inRecord = false;
-      continue;
-    }
-    if (tag == "[MKN]") {
-      KUSafeStrncpy(item.name, value.c_str(), KMARKER_NAME_SIZE - 1);
-      continue;
-    }
-    bool known = false;
-    for (const char* t : intTags) {
-      if (tag != t) continue;
-      long long n = 0;
-      if (!parseInt(value, &n))
-        return fail(where + "the field " + tag + " holds " + inQuotes(value) + ", not a whole number.");
-      int* target = tag == "[MKI]" ? &item.indexNumber : tag == "[MKS]" ? &item.sector : &item.valueV;
-      *target = static_cast<int>(n);
-      known = true;
-    }
-    for (std::size_t f = 0; f < sizeof floatTags / sizeof floatTags[0]; ++f) {
-      if (tag != floatTags[f]) continue;
-      double v = 0.0;
-      if (!parseFloat(value, &v))
-        return fail(where + "the field " + tag + " holds " + inQuotes(value) + ", not a number.");
-      float* targets[] = {&item.position.x,  &item.position.y,  &item.position.z, &item.direction.x,
-                          &item.direction.y, &item.direction.z, &item.up.x,       &item.up.y,
-                          &item.up.z,        &item.valueO,      &item.valueF};
-      *targets[f] = static_cast<float>(v);
-      known = true;
-    }
-    if (!known) return fail(where + "the tag " + tag + " is not a marker field.");
+    if (lines[i].empty()) continue;
+    const int status = readMarkerLine(r, lines[i], i + 1, atLine(path, i + 1));
+    if (status != kExitOk) return status;
   }
-  if (inRecord)
-    return fail(path + " line " + std::to_string(recordLine) + ": the marker that begins here has no [MKE].");
+  if (r.inRecord) return fail(atLine(path, r.recordLine) + "the marker that begins here has no [MKE].");
   std::size_t count = 0;
   tagMarkerItem* m = nullptr;
-  for (int ok = list.MLSelectFirstMarker(&m); ok; ok = list.MLSelectNextMarker(&m)) ++count;
+  for (int ok = r.list.MLSelectFirstMarker(&m); ok; ok = r.list.MLSelectNextMarker(&m)) ++count;
   int next = 0;
   std::ostringstream s;
   s << path << ": marker list, " << plural(count, "marker", "markers");
-  if (list.MLGetNextIndexNumber(&next)) s << ", next index " << next;
+  if (r.list.MLGetNextIndexNumber(&next)) s << ", next index " << next;
   std::cout << s.str() << '\n';
   return kExitOk;
 }
@@ -419,7 +483,7 @@ int checkRecording(const std::string& path) {
   if (!readFile(path, &content)) return fail(path + ": the recording cannot be read.");
   const std::vector<std::string> lines = splitLines(content);
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    const std::string where = path + " line " + std::to_string(i + 1) + ": ";
+    const std::string where = atLine(path, i + 1);
     if (lines[i].size() > static_cast<std::size_t>(KIR_LINE_LEN - 2)) {
       return fail(where + "the line is longer than the recorder reads at once.");
     }
@@ -457,7 +521,7 @@ int checkInfoSheet(const std::string& path) {
   for (std::size_t i = 0; i < lines.size(); ++i) {
     const std::string& line = lines[i];
     if (line.empty()) continue;
-    const std::string where = path + " line " + std::to_string(i + 1) + ": ";
+    const std::string where = atLine(path, i + 1);
     char id[17] = {0};
     char text[129] = {0};
     if (!KUExtractField("[iid]", line.c_str(), id, 16) || !KUExtractField("[itx]", line.c_str(), text, 128)) {
@@ -518,13 +582,7 @@ void addCheckCommand(CLI::App& app, int* result) {
       "Load behaviour (.kvc), shape (.ksf), scene-list (.ksl), marker, recording and info-sheet files; "
       "report what is wrong or one summary line per good file.");
   sub->add_option("files", *files, "Files to check")->required();
-  sub->callback([files, result] {
-    int status = kExitOk;
-    for (const std::string& f : *files) {
-      if (checkFile(f) != kExitOk) status = kExitFailed;
-    }
-    *result = status;
-  });
+  sub->callback([files, result] { *result = forEachFile(*files, checkFile); });
 }
 
 }  // namespace kutool

@@ -109,9 +109,13 @@ std::string withSeparator(const std::string& dir) {
 #endif
 }
 
+bool equalsNoCase(const std::string& a, const std::string& b) {
+  return a.size() == b.size() && lower(a) == lower(b);
+}
+
 bool endsWithNoCase(const std::string& text, const std::string& ending) {
   if (ending.size() > text.size()) return false;
-  return lower(text.substr(text.size() - ending.size())) == lower(ending);
+  return equalsNoCase(text.substr(text.size() - ending.size()), ending);
 }
 
 FileKind detectKind(const std::string& path) {
@@ -132,24 +136,12 @@ FileKind detectKind(const std::string& path) {
   return FileKind::Unknown;
 }
 
-const char* kindName(FileKind kind) {
-  switch (kind) {
-    case FileKind::Behaviour:
-      return "behaviour";
-    case FileKind::Shape:
-      return "shape";
-    case FileKind::SceneList:
-      return "scene list";
-    case FileKind::Markers:
-      return "marker list";
-    case FileKind::Recording:
-      return "input recording";
-    case FileKind::InfoSheet:
-      return "info sheet";
-    case FileKind::Unknown:
-      break;
+int forEachFile(const std::vector<std::string>& files, int (*each)(const std::string&)) {
+  int status = kExitOk;
+  for (const std::string& f : files) {
+    if (each(f) != kExitOk) status = kExitFailed;
   }
-  return "unknown";
+  return status;
 }
 
 std::string commandName(int code) {

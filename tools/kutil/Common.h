@@ -27,8 +27,6 @@ void warn(const std::string& sentence);
 enum class FileKind { Unknown, Behaviour, Shape, SceneList, Markers, Recording, InfoSheet };
 /// Decides a file's kind by its ending (".kvc", ".ksf", ".ksl") or else by its first tagged line.
 FileKind detectKind(const std::string& path);
-/// A short human name of the kind ("behaviour", "shape", ...).
-const char* kindName(FileKind kind);
 
 /// Reads a whole file in binary; false when it cannot be opened.
 bool readFile(const std::string& path, std::string* out);
@@ -42,6 +40,8 @@ std::string directoryOf(const std::string& path);
 std::string baseName(const std::string& path);
 /// A directory name with one trailing separator.
 std::string withSeparator(const std::string& dir);
+/// True when a and b are the same, letters compared without regard to case.
+bool equalsNoCase(const std::string& a, const std::string& b);
 /// True when text ends with ending, letters compared without regard to case.
 bool endsWithNoCase(const std::string& text, const std::string& ending);
 
@@ -71,6 +71,9 @@ void addShapeCommands(CLI::App& app, int* result);
 void addNormaliseCommands(CLI::App& app, int* result);
 void addServiceCommands(CLI::App& app, int* result);
 void addDemoCommand(CLI::App& app, int* result);
+
+/// Runs each on every file in turn, all of them even after a failure; kExitFailed when any failed.
+int forEachFile(const std::vector<std::string>& files, int (*each)(const std::string&));
 
 /// Checks one file and prints its summary line; returns an exit status.
 int checkFile(const std::string& path);

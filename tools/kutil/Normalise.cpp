@@ -21,11 +21,21 @@ constexpr const char* kKwqDir = "?KALDOKWQDIR?";
 constexpr std::size_t kProgressItems = 10;
 constexpr double kProgressSeconds = 0.5;
 
-// The absolute folder of a file, with its trailing separator, as the path functions expect it.
-std::string absoluteDirectory(const std::string& file) {
+// The library resolves names against the folder of the path it is given, so it gets absolute paths.
+std::string absolutePath(const std::string& file) {
   std::error_code ec;
   const fs::path p = fs::absolute(fs::path(file), ec);
-  return withSeparator((ec ? fs::path(file) : p).parent_path().string());
+  return ec ? file : p.string();
+}
+
+// The absolute folder of a file, with its trailing separator, as the path functions expect it.
+std::string absoluteDirectory(const std::string& file) {
+  return withSeparator(fs::path(absolutePath(file)).parent_path().string());
+}
+
+// The sentence for a file of a kind that is not rewritten; done is what would be done to it.
+int notContentFile(const std::string& path, const char* done) {
+  return fail(path + ": only behaviour (.kvc), scene-list (.ksl) and shape (.ksf) files are " + done + ".");
 }
 
 std::string libraryComment() {
@@ -64,13 +74,6 @@ class Progress {
   bool m_shown = false;
 };
 
-// The library resolves names against the folder of the path it is given, so it gets absolute paths.
-std::string absolutePath(const std::string& file) {
-  std::error_code ec;
-  const fs::path p = fs::absolute(fs::path(file), ec);
-  return ec ? file : p.string();
-}
-
 int normaliseFile(const std::string& path) {
   if (!isReadable(path)) return fail(path + ": the file cannot be read.");
   const std::string full = absolutePath(path);
@@ -86,7 +89,7 @@ int normaliseFile(const std::string& path) {
       ok = KUConvertKSFToRelative(full.c_str());
       break;
     default:
-      return fail(path + ": only behaviour (.kvc), scene-list (.ksl) and shape (.ksf) files are normalised.");
+      return notContentFile(path, "normalised");
   }
   if (!ok) {
     const std::string at = libraryComment();
@@ -125,8 +128,7 @@ int denormaliseFile(const std::string& path) {
       break;
     }
     default:
-      return fail(path +
-                  ": only behaviour (.kvc), scene-list (.ksl) and shape (.ksf) files are denormalised.");
+      return notContentFile(path, "denormalised");
   }
   std::printf("denormalised %s against %s\n", path.c_str(), dir.c_str());
   return kExitOk;
@@ -240,7 +242,7 @@ int gatherFile(const std::string& path, const std::string& into) {
       status = gatherShape(path, target, &result);
       break;
     default:
-      return fail(path + ": only behaviour (.kvc), scene-list (.ksl) and shape (.ksf) files are gathered.");
+      return notContentFile(path, "gathered");
   }
   if (status != kExitOk) return status;
   std::size_t files = 0;
@@ -257,20 +259,12 @@ void addNormaliseCommands(CLI::App& app, int* result) {
       "normalise",
       "Put the file names inside behaviour, scene-list and shape files into path-variable form.");
   n->add_option("files", *files, "Files to rewrite in place")->required();
-  n->callback([files, result] {
-    int status = kExitOk;
-    for (const std::string& f : *files) status = normaliseFile(f) != kExitOk ? kExitFailed : status;
-    *result = status;
-  });
+  n->callback([files, result] { *result = forEachFile(*files, normaliseFile); });
   auto dfiles = std::make_shared<std::vector<std::string>>();
   CLI::App* d = app.add_subcommand(
       "denormalise", "Turn path variables back into paths, ?KALDOKWQDIR? being each file's own folder.");
   d->add_option("files", *dfiles, "Files to rewrite in place")->required();
-  d->callback([dfiles, result] {
-    int status = kExitOk;
-    for (const std::string& f : *dfiles) status = denormaliseFile(f) != kExitOk ? kExitFailed : status;
-    *result = status;
-  });
+  d->callback([dfiles, result] { *result = forEachFile(*dfiles, denormaliseFile); });
   auto gfile = std::make_shared<std::string>();
   auto into = std::make_shared<std::string>();
   CLI::App* g = app.add_subcommand(

@@ -32,13 +32,16 @@ void printRow(int counter, int code, const std::string& name, const std::string&
   std::printf("%s\n", out.c_str());
 }
 
+// A command's keyword as JSON: null when the code has none.
+std::string jsonCommandName(const std::string& name) { return name.empty() ? "null" : jsonString(name); }
+
 void printCommand(bool json, const char* counterName, int counter, int code, double magnitude, int flags,
                   const std::string& text) {
   const std::string name = commandName(code);
   if (json) {
     std::printf("{\"%s\":%d,\"code\":%d,\"command\":%s,\"magnitude\":%s,\"flags\":%d,\"text\":%s}\n",
-                counterName, counter, code, name.empty() ? "null" : jsonString(name).c_str(),
-                jsonNumber(magnitude).c_str(), flags, jsonString(text).c_str());
+                counterName, counter, code, jsonCommandName(name).c_str(), jsonNumber(magnitude).c_str(),
+                flags, jsonString(text).c_str());
   } else {
     printRow(counter, code, name, shortNumber(magnitude), text);
   }
@@ -68,6 +71,194 @@ void resolvePlaybackNames(CKDecide& table, const std::string& file) {
   }
 }
 
+// The ticks to run: as given, else the scripted inputs and a few more, at least kDefaultTicks.
+int tickCount(const RunOptions& options) {
+  if (options.ticks > 0) return options.ticks;
+  int lastTick = 0;
+  for (const RunInput& in : options.inputs) lastTick = std::max(lastTick, in.tick);
+  return std::max(kDefaultTicks, lastTick + kTrailingTicks);
+}
+
+// Pushes the inputs scripted for this tick; false when they do not fit the input queue.
+bool pushTickInputs(CKFIFO& input, const std::vector<RunInput>& inputs, int tick) {
+  for (const RunInput& in : inputs) {
+    if (in.tick != tick) continue;
+    float magnitude = 1.0f;
+    // Motions carry their standard step, as the host would push them.
+    float step = 0.0f;
+    if (KUGetMagnitudeForFIFOInput(&step, 0, 1.0f, in.code) && step >= 0.0f) magnitude = step;
+    if (!input.FIPushFIFOCommand(in.code, magnitude, nullptr, in.text.c_str(), 0)) return false;
+  }
+  return true;
+}
+
+// Prints the commands the clock put out in this tick; returns how many there were.
+int printTickOutputs(CKFIFO& output, bool json, int tick) {
+  int commands = 0;
+  int code = 0, flags = 0;
+  float magnitude = 0.0f;
+  _D3DVECTOR vector = {0.0f, 0.0f, 0.0f};
+  char text[KFI_TEXT_LEN + 1] = {0};
+  while (output.FIPopFIFOCommand(&code, &magnitude, &vector, text, &flags)) {
+    printCommand(json, "tick", tick, code, magnitude, flags, text);
+    ++commands;
+  }
+  return commands;
+}
+
+// "--event NAME@TICK": an event keyword or a code.
+bool parseEvent(const std::string& argument, RunInput* in) {
+  std::string name;
+  if (!splitAtTick(argument, &name, &in->tick)) return false;
+  if (CKActionRow::ARGetEventTypeFromText(&in->code, name.c_str())) return true;
+  long long number = 0;
+  if (!parseInt(name, &number)) return false;
+  in->code = static_cast<int>(number);
+  return true;
+}
+
+// "--command CODE@TICK": a code or keyword.
+bool parseCommand(const std::string& argument, RunInput* in) {
+  std::string name;
+  return splitAtTick(argument, &name, &in->tick) && parseCommandCode(name, &in->code);
+}
+
+// The scripted inputs of `kutil run`, events first; an exit status.
+int addScriptedInputs(const std::vector<std::string>& events, const std::vector<std::string>& commands,
+                      RunOptions* options) {
+  for (const std::string& e : events) {
+    RunInput in;
+    if (!parseEvent(e, &in)) {
+      return usage("--event " + e +
+                   " is not NAME@TICK with an event keyword (select, deselect, property, "
+                   "open, collide, impact, delete, cut, copy, ping) or code and a tick from 1.");
+    }
+    options->inputs.push_back(in);
+  }
+  for (const std::string& c : commands) {
+    RunInput in;
+    if (!parseCommand(c, &in)) {
+      return usage("--command " + c + " is not CODE@TICK with a command code or keyword and a tick from 1.");
+    }
+    options->inputs.push_back(in);
+  }
+  return kExitOk;
+}
+
+// One command of `kutil record`.
+struct RecordEntry {
+  int code = 0;
+  int flags = 0;
+  std::string text;
+};
+
+// "CODE[:FLAGS[:TEXT]]"; an exit status.
+int parseRecordEntry(const std::string& argument, RecordEntry* e) {
+  const std::size_t first = argument.find(':');
+  const std::string codeText = argument.substr(0, first);
+  long long flags = 0;
+  if (!parseCommandCode(codeText, &e->code)) {
+    return usage("--command " + argument + " does not begin with a command code or keyword.");
+  }
+  if (first != std::string::npos) {
+    const std::size_t second = argument.find(':', first + 1);
+    const std::string flagText =
+        argument.substr(first + 1, second == std::string::npos ? std::string::npos : second - first - 1);
+    if (!parseInt(flagText, &flags))
+      return usage("--command " + argument + " has flags that are not a whole number.");
+    if (second != std::string::npos) e->text = argument.substr(second + 1);
+  }
+  e->flags = static_cast<int>(flags);
+  if (e->text.size() > static_cast<std::size_t>(KIR_TEXT_LEN)) {
+    return usage("--command " + argument + " has a text longer than " + std::to_string(KIR_TEXT_LEN) +
+                 " characters.");
+  }
+  return kExitOk;
+}
+
+// Stores the entries as the recorder does, then says what the file holds; an exit status.
+int storeRecording(const std::string& file, const std::vector<RecordEntry>& entries) {
+  CKInputRecord recorder;
+  recorder.IRInitialise();
+  recorder.IRSetFileName(file.c_str(), KIR_MODE_STORE);
+  int stored = 0, dropped = 0;
+  bool cancelArmed = false;
+  for (const RecordEntry& e : entries) {
+    if (e.flags & KIR_FLAG_CANCEL) cancelArmed = true;
+    const bool dropsNull = e.code == 0 && cancelArmed;
+    if (dropsNull) cancelArmed = false;
+    if (recorder.IRStoreCommand(e.code, e.flags, e.text.c_str(), 0)) {
+      ++stored;
+    } else if (dropsNull) {
+      ++dropped;  // the NULL after a cancelling command is dropped by design
+    } else {
+      recorder.IRTerminate();
+      return fail(file + ": the recording cannot be written.");
+    }
+  }
+  recorder.IRTerminate();
+  std::string written;
+  readFile(file, &written);
+  std::printf("%s: stored %d commands in %zu lines", file.c_str(), stored, splitLines(written).size());
+  if (dropped) std::printf(" (%d NULL dropped after a cancelling command)", dropped);
+  std::printf("\n");
+  return kExitOk;
+}
+
+// `kutil record`: every command is checked before anything is written.
+int recordCommands(const std::string& file, const std::vector<std::string>& commands) {
+  std::vector<RecordEntry> entries;
+  for (const std::string& c : commands) {
+    RecordEntry e;
+    const int status = parseRecordEntry(c, &e);
+    if (status != kExitOk) return status;
+    entries.push_back(e);
+  }
+  return storeRecording(file, entries);
+}
+
+void addRunCommand(CLI::App& app, int* result) {
+  auto run = std::make_shared<RunOptions>();
+  auto events = std::make_shared<std::vector<std::string>>();
+  auto commands = std::make_shared<std::vector<std::string>>();
+  CLI::App* sub = app.add_subcommand(
+      "run",
+      "Drive a behaviour's clock tick by tick with scripted input and print the commands of every tick.");
+  sub->add_option("file", run->file, "Behaviour file (.kvc)")->required();
+  sub->add_option("--event", *events, "Event pushed at a tick, as NAME@TICK (select@1, open@3)");
+  sub->add_option("--command", *commands,
+                  "Command pushed at a tick, as CODE@TICK (a number or keyword, 1@2)");
+  sub->add_option("--ticks", run->ticks,
+                  "Ticks to run (default: the last input tick + " + std::to_string(kTrailingTicks) +
+                      ", at least " + std::to_string(kDefaultTicks) + ")")
+      ->check(CLI::Range(1, 1000000));
+  sub->add_option("--trace", run->trace, "Write the clock's trace to this file");
+  sub->add_flag("--json", run->json, "One JSON object per command and line");
+  sub->callback([run, events, commands, result] {
+    RunOptions options = *run;
+    *result = addScriptedInputs(*events, *commands, &options);
+    if (*result == kExitOk) *result = runBehaviour(options);
+  });
+}
+
+void addRecordCommand(CLI::App& app, int* result) {
+  auto file = std::make_shared<std::string>();
+  auto commands = std::make_shared<std::vector<std::string>>();
+  CLI::App* rec = app.add_subcommand("record", "Write an input recording of the given commands.");
+  rec->add_option("file", *file, "Recording to write")->required();
+  rec->add_option("--command", *commands, "Command as CODE[:FLAGS[:TEXT]] (a number or keyword)")->required();
+  rec->callback([file, commands, result] { *result = recordCommands(*file, *commands); });
+}
+
+void addPlayCommand(CLI::App& app, int* result) {
+  auto file = std::make_shared<std::string>();
+  auto json = std::make_shared<bool>(false);
+  CLI::App* play = app.add_subcommand("play", "Play an input recording back and print its commands.");
+  play->add_option("file", *file, "Recording to play")->required();
+  play->add_flag("--json", *json, "One JSON object per command and line");
+  play->callback([file, json, result] { *result = playRecording(*file, *json); });
+}
+
 }  // namespace
 
 int runBehaviour(const RunOptions& options) {
@@ -90,34 +281,17 @@ int runBehaviour(const RunOptions& options) {
   table.DEAttachInputFIFO(&input);
   table.DEAttachOutputFIFO(&output);
 
-  int lastTick = 0;
-  for (const RunInput& in : options.inputs) lastTick = std::max(lastTick, in.tick);
-  const int ticks = options.ticks > 0 ? options.ticks : std::max(kDefaultTicks, lastTick + kTrailingTicks);
-
+  const int ticks = tickCount(options);
   if (!options.json) printCommandHeader("tick", "magnitude");
   int commands = 0;
   for (int tick = 1; tick <= ticks; ++tick) {
-    for (const RunInput& in : options.inputs) {
-      if (in.tick != tick) continue;
-      float magnitude = 1.0f;
-      // Motions carry their standard step, as the host would push them.
-      float step = 0.0f;
-      if (KUGetMagnitudeForFIFOInput(&step, 0, 1.0f, in.code) && step >= 0.0f) magnitude = step;
-      if (!input.FIPushFIFOCommand(in.code, magnitude, nullptr, in.text.c_str(), 0)) {
-        table.DECloseTrace();
-        return fail("tick " + std::to_string(tick) + ": more than " + std::to_string(KFI_SLOT_COUNT) +
-                    " inputs in one tick do not fit the input queue.");
-      }
+    if (!pushTickInputs(input, options.inputs, tick)) {
+      table.DECloseTrace();
+      return fail("tick " + std::to_string(tick) + ": more than " + std::to_string(KFI_SLOT_COUNT) +
+                  " inputs in one tick do not fit the input queue.");
     }
     table.DEClock();
-    int code = 0, flags = 0;
-    float magnitude = 0.0f;
-    _D3DVECTOR vector = {0.0f, 0.0f, 0.0f};
-    char text[KFI_TEXT_LEN + 1] = {0};
-    while (output.FIPopFIFOCommand(&code, &magnitude, &vector, text, &flags)) {
-      printCommand(options.json, "tick", tick, code, magnitude, flags, text);
-      ++commands;
-    }
+    commands += printTickOutputs(output, options.json, tick);
   }
   table.DECloseTrace();
   if (!options.json) std::printf("%d ticks, %d commands\n", ticks, commands);
@@ -137,7 +311,7 @@ int playRecording(const std::string& file, bool json) {
     if (json) {
       const std::string name = commandName(code);
       std::printf("{\"index\":%d,\"code\":%d,\"command\":%s,\"flags\":%d,\"text\":%s}\n", count, code,
-                  name.empty() ? "null" : jsonString(name).c_str(), flags, jsonString(text).c_str());
+                  jsonCommandName(name).c_str(), flags, jsonString(text).c_str());
     } else {
       printRow(count, code, commandName(code), std::to_string(flags), text);
     }
@@ -148,127 +322,9 @@ int playRecording(const std::string& file, bool json) {
 }
 
 void addRunCommands(CLI::App& app, int* result) {
-  auto run = std::make_shared<RunOptions>();
-  auto events = std::make_shared<std::vector<std::string>>();
-  auto commands = std::make_shared<std::vector<std::string>>();
-  CLI::App* sub = app.add_subcommand(
-      "run",
-      "Drive a behaviour's clock tick by tick with scripted input and print the commands of every tick.");
-  sub->add_option("file", run->file, "Behaviour file (.kvc)")->required();
-  sub->add_option("--event", *events, "Event pushed at a tick, as NAME@TICK (select@1, open@3)");
-  sub->add_option("--command", *commands,
-                  "Command pushed at a tick, as CODE@TICK (a number or keyword, 1@2)");
-  sub->add_option("--ticks", run->ticks,
-                  "Ticks to run (default: the last input tick + " + std::to_string(kTrailingTicks) +
-                      ", at least " + std::to_string(kDefaultTicks) + ")")
-      ->check(CLI::Range(1, 1000000));
-  sub->add_option("--trace", run->trace, "Write the clock's trace to this file");
-  sub->add_flag("--json", run->json, "One JSON object per command and line");
-  sub->callback([run, events, commands, result] {
-    RunOptions options = *run;
-    for (const std::string& e : *events) {
-      RunInput in;
-      std::string name;
-      if (!splitAtTick(e, &name, &in.tick) || !CKActionRow::ARGetEventTypeFromText(&in.code, name.c_str())) {
-        long long number = 0;
-        if (!splitAtTick(e, &name, &in.tick) || !parseInt(name, &number)) {
-          *result = usage("--event " + e +
-                          " is not NAME@TICK with an event keyword (select, deselect, property, "
-                          "open, collide, impact, delete, cut, copy, ping) or code and a tick from 1.");
-          return;
-        }
-        in.code = static_cast<int>(number);
-      }
-      options.inputs.push_back(in);
-    }
-    for (const std::string& c : *commands) {
-      RunInput in;
-      std::string name;
-      if (!splitAtTick(c, &name, &in.tick) || !parseCommandCode(name, &in.code)) {
-        *result =
-            usage("--command " + c + " is not CODE@TICK with a command code or keyword and a tick from 1.");
-        return;
-      }
-      options.inputs.push_back(in);
-    }
-    *result = runBehaviour(options);
-  });
-
-  auto recordFile = std::make_shared<std::string>();
-  auto recordCommands = std::make_shared<std::vector<std::string>>();
-  CLI::App* rec = app.add_subcommand("record", "Write an input recording of the given commands.");
-  rec->add_option("file", *recordFile, "Recording to write")->required();
-  rec->add_option("--command", *recordCommands, "Command as CODE[:FLAGS[:TEXT]] (a number or keyword)")
-      ->required();
-  rec->callback([recordFile, recordCommands, result] {
-    struct Entry {
-      int code = 0;
-      int flags = 0;
-      std::string text;
-    };
-    std::vector<Entry> entries;
-    for (const std::string& c : *recordCommands) {
-      Entry e;
-      const std::size_t first = c.find(':');
-      const std::string codeText = c.substr(0, first);
-      long long flags = 0;
-      if (!parseCommandCode(codeText, &e.code)) {
-        *result = usage("--command " + c + " does not begin with a command code or keyword.");
-        return;
-      }
-      if (first != std::string::npos) {
-        const std::size_t second = c.find(':', first + 1);
-        const std::string flagText =
-            c.substr(first + 1, second == std::string::npos ? std::string::npos : second - first - 1);
-        if (!parseInt(flagText, &flags)) {
-          *result = usage("--command " + c + " has flags that are not a whole number.");
-          return;
-        }
-        if (second != std::string::npos) e.text = c.substr(second + 1);
-      }
-      e.flags = static_cast<int>(flags);
-      if (e.text.size() > static_cast<std::size_t>(KIR_TEXT_LEN)) {
-        *result = usage("--command " + c + " has a text longer than " + std::to_string(KIR_TEXT_LEN) +
-                        " characters.");
-        return;
-      }
-      entries.push_back(e);
-    }
-    CKInputRecord recorder;
-    recorder.IRInitialise();
-    recorder.IRSetFileName(recordFile->c_str(), KIR_MODE_STORE);
-    int stored = 0, dropped = 0;
-    bool cancelArmed = false;
-    for (const Entry& e : entries) {
-      if (e.flags & KIR_FLAG_CANCEL) cancelArmed = true;
-      const bool dropsNull = e.code == 0 && cancelArmed;
-      if (dropsNull) cancelArmed = false;
-      if (recorder.IRStoreCommand(e.code, e.flags, e.text.c_str(), 0)) {
-        ++stored;
-      } else if (dropsNull) {
-        ++dropped;  // the NULL after a cancelling command is dropped by design
-      } else {
-        recorder.IRTerminate();
-        *result = fail(*recordFile + ": the recording cannot be written.");
-        return;
-      }
-    }
-    recorder.IRTerminate();
-    std::string written;
-    readFile(*recordFile, &written);
-    std::printf("%s: stored %d commands in %zu lines", recordFile->c_str(), stored,
-                splitLines(written).size());
-    if (dropped) std::printf(" (%d NULL dropped after a cancelling command)", dropped);
-    std::printf("\n");
-    *result = kExitOk;
-  });
-
-  auto playFile = std::make_shared<std::string>();
-  auto playJson = std::make_shared<bool>(false);
-  CLI::App* play = app.add_subcommand("play", "Play an input recording back and print its commands.");
-  play->add_option("file", *playFile, "Recording to play")->required();
-  play->add_flag("--json", *playJson, "One JSON object per command and line");
-  play->callback([playFile, playJson, result] { *result = playRecording(*playFile, *playJson); });
+  addRunCommand(app, result);
+  addRecordCommand(app, result);
+  addPlayCommand(app, result);
 }
 
 }  // namespace kutool

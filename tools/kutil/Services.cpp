@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: MIT
 // `kutil splash`, `kutil settings` and `kutil message`: the application services.
 #include <CLI/CLI.hpp>
-#include <cctype>
 #include <cstdio>
-#include <cstring>
 #include <iostream>
 
 #include "Common.h"
@@ -63,18 +61,9 @@ const Setting kSettings[] = {
      nullptr},
 };
 
-bool sameName(const std::string& a, const char* b) {
-  if (a.size() != std::strlen(b)) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
-      return false;
-  }
-  return true;
-}
-
 const Setting* findSetting(const std::string& name) {
   for (const Setting& s : kSettings) {
-    if (sameName(name, s.name)) return &s;
+    if (equalsNoCase(name, s.name)) return &s;
   }
   return nullptr;
 }
@@ -144,11 +133,17 @@ int writeSetting(const Setting& s, const std::string& value) {
   return kExitOk;
 }
 
-int paintSplash(const std::string& text, const std::string& comment, const std::string& extra, int progress,
-                int max, int mode, const std::string& out) {
+struct SplashOptions {
+  std::string text, comment, extra, out;
+  int progress = -1;
+  int max = 100;
+  int mode = 0;
+};
+
+int paintSplash(const SplashOptions& o) {
 #if defined(KUTIL_TOOL_HAS_CAIRO)
   constexpr int kWidth = 608, kHeight = 272;  // room for the fixed positions the splash paints at
-  if (text.size() > 260 || comment.size() > 260 || extra.size() > 260) {
+  if (o.text.size() > 260 || o.comment.size() > 260 || o.extra.size() > 260) {
     return usage("splash texts hold at most 260 characters.");
   }
   cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, kWidth, kHeight);
@@ -159,25 +154,93 @@ int paintSplash(const std::string& text, const std::string& comment, const std::
   splash.SPInitialise();
   splash.SPEnable(1);
   splash.SPSetHwnd(reinterpret_cast<HWND>(surface));
-  splash.SPSetDisplayMode(mode);
-  splash.SPSetText(text.c_str());
-  splash.SPSetComment(comment.c_str());
-  splash.SPSetExtra(extra.c_str());
-  splash.SPSetMax(max);
-  splash.SPSetProgress(progress);
+  splash.SPSetDisplayMode(o.mode);
+  splash.SPSetText(o.text.c_str());
+  splash.SPSetComment(o.comment.c_str());
+  splash.SPSetExtra(o.extra.c_str());
+  splash.SPSetMax(o.max);
+  splash.SPSetProgress(o.progress);
   const int painted = splash.SPPaint(cr);
   cairo_destroy(cr);
   cairo_surface_flush(surface);
-  const bool written = painted && cairo_surface_write_to_png(surface, out.c_str()) == CAIRO_STATUS_SUCCESS;
+  const bool written = painted && cairo_surface_write_to_png(surface, o.out.c_str()) == CAIRO_STATUS_SUCCESS;
   cairo_surface_destroy(surface);
   if (!painted) return fail("the splash screen could not be painted.");
-  if (!written) return fail(out + ": the picture cannot be written.");
-  std::printf("wrote %s (%d x %d splash, display mode %d)\n", out.c_str(), kWidth, kHeight, mode);
+  if (!written) return fail(o.out + ": the picture cannot be written.");
+  std::printf("wrote %s (%d x %d splash, display mode %d)\n", o.out.c_str(), kWidth, kHeight, o.mode);
   return kExitOk;
 #else
-  (void)text, (void)comment, (void)extra, (void)progress, (void)max, (void)mode, (void)out;
+  (void)o;
   return fail(pngUnavailableSentence());
 #endif
+}
+
+int unknownSetting(const std::string& name) {
+  return usage(name + " is not a setting; the settings are " + settingNames() + ".");
+}
+
+int printSetting(const std::string& name) {
+  const Setting* s = findSetting(name);
+  if (!s) return unknownSetting(name);
+  std::string v;
+  if (!readSetting(*s, &v)) return fail(std::string("the setting ") + s->name + " is not set.");
+  std::printf("%s\n", v.c_str());
+  return kExitOk;
+}
+
+int changeSetting(const std::string& name, const std::string& value) {
+  const Setting* s = findSetting(name);
+  if (!s) return unknownSetting(name);
+  return writeSetting(*s, value);
+}
+
+int listSettings() {
+  for (const Setting& s : kSettings) {
+    std::string v;
+    std::printf("%-21s %s\n", s.name, readSetting(s, &v) ? v.c_str() : "(not set)");
+  }
+  return kExitOk;
+}
+
+void addSplashCommand(CLI::App& app, int* result) {
+  auto splash = std::make_shared<SplashOptions>();
+  CLI::App* sp = app.add_subcommand("splash", "Paint the splash screen into a PNG picture.");
+  sp->add_option("--text", splash->text, "Main line");
+  sp->add_option("--comment", splash->comment, "Comment line");
+  sp->add_option("--extra", splash->extra, "The only line of display mode 2");
+  sp->add_option("--progress", splash->progress, "Progress (-1 hides the bar)")
+      ->check(CLI::Range(-1, 1000000));
+  sp->add_option("--max", splash->max, "Progress that fills the bar (default 100)")
+      ->check(CLI::Range(1, 1000000));
+  sp->add_option("--mode", splash->mode, "Display mode: 0 whole window, 1 panel, 2 one extra line")
+      ->check(CLI::Range(0, 2));
+  sp->add_option("--out", splash->out, "PNG picture to write")->required();
+  sp->callback([splash, result] { *result = paintSplash(*splash); });
+}
+
+void addSettingsCommands(CLI::App& app, int* result) {
+  CLI::App* settings = app.add_subcommand("settings", "Read and write the user settings.");
+  settings->require_subcommand(1);
+  auto name = std::make_shared<std::string>();
+  auto value = std::make_shared<std::string>();
+  CLI::App* get = settings->add_subcommand("get", "Print one setting");
+  get->add_option("name", *name, "Setting name (" + settingNames() + ")")->required();
+  get->callback([name, result] { *result = printSetting(*name); });
+  CLI::App* set = settings->add_subcommand("set", "Write one setting");
+  set->add_option("name", *name, "Setting name")->required();
+  set->add_option("value", *value, "New value")->required();
+  set->callback([name, value, result] { *result = changeSetting(*name, *value); });
+  CLI::App* list = settings->add_subcommand("list", "Print every setting");
+  list->callback([result] { *result = listSettings(); });
+}
+
+void addMessageCommand(CLI::App& app, int* result) {
+  auto id = std::make_shared<unsigned int>(0);
+  auto sheets = std::make_shared<std::string>();
+  CLI::App* msg = app.add_subcommand("message", "Print the text of an info-message id from an info sheet.");
+  msg->add_option("id", *id, "Info-message id")->required();
+  msg->add_option("--sheets", *sheets, "Info-sheet file")->required();
+  msg->callback([id, sheets, result] { *result = printMessage(*id, *sheets); });
 }
 
 }  // namespace
@@ -193,75 +256,9 @@ int printMessage(unsigned int id, const std::string& sheets) {
 }
 
 void addServiceCommands(CLI::App& app, int* result) {
-  struct Splash {
-    std::string text, comment, extra, out;
-    int progress = -1;
-    int max = 100;
-    int mode = 0;
-  };
-  auto splash = std::make_shared<Splash>();
-  CLI::App* sp = app.add_subcommand("splash", "Paint the splash screen into a PNG picture.");
-  sp->add_option("--text", splash->text, "Main line");
-  sp->add_option("--comment", splash->comment, "Comment line");
-  sp->add_option("--extra", splash->extra, "The only line of display mode 2");
-  sp->add_option("--progress", splash->progress, "Progress (-1 hides the bar)")
-      ->check(CLI::Range(-1, 1000000));
-  sp->add_option("--max", splash->max, "Progress that fills the bar (default 100)")
-      ->check(CLI::Range(1, 1000000));
-  sp->add_option("--mode", splash->mode, "Display mode: 0 whole window, 1 panel, 2 one extra line")
-      ->check(CLI::Range(0, 2));
-  sp->add_option("--out", splash->out, "PNG picture to write")->required();
-  sp->callback([splash, result] {
-    *result = paintSplash(splash->text, splash->comment, splash->extra, splash->progress, splash->max,
-                          splash->mode, splash->out);
-  });
-
-  CLI::App* settings = app.add_subcommand("settings", "Read and write the user settings.");
-  settings->require_subcommand(1);
-  auto name = std::make_shared<std::string>();
-  auto value = std::make_shared<std::string>();
-  CLI::App* get = settings->add_subcommand("get", "Print one setting");
-  get->add_option("name", *name, "Setting name (" + settingNames() + ")")->required();
-  get->callback([name, result] {
-    const Setting* s = findSetting(*name);
-    if (!s) {
-      *result = usage(*name + " is not a setting; the settings are " + settingNames() + ".");
-      return;
-    }
-    std::string v;
-    if (!readSetting(*s, &v)) {
-      *result = fail(std::string("the setting ") + s->name + " is not set.");
-      return;
-    }
-    std::printf("%s\n", v.c_str());
-    *result = kExitOk;
-  });
-  CLI::App* set = settings->add_subcommand("set", "Write one setting");
-  set->add_option("name", *name, "Setting name")->required();
-  set->add_option("value", *value, "New value")->required();
-  set->callback([name, value, result] {
-    const Setting* s = findSetting(*name);
-    if (!s) {
-      *result = usage(*name + " is not a setting; the settings are " + settingNames() + ".");
-      return;
-    }
-    *result = writeSetting(*s, *value);
-  });
-  CLI::App* list = settings->add_subcommand("list", "Print every setting");
-  list->callback([result] {
-    for (const Setting& s : kSettings) {
-      std::string v;
-      std::printf("%-21s %s\n", s.name, readSetting(s, &v) ? v.c_str() : "(not set)");
-    }
-    *result = kExitOk;
-  });
-
-  auto id = std::make_shared<unsigned int>(0);
-  auto sheets = std::make_shared<std::string>();
-  CLI::App* msg = app.add_subcommand("message", "Print the text of an info-message id from an info sheet.");
-  msg->add_option("id", *id, "Info-message id")->required();
-  msg->add_option("--sheets", *sheets, "Info-sheet file")->required();
-  msg->callback([id, sheets, result] { *result = printMessage(*id, *sheets); });
+  addSplashCommand(app, result);
+  addSettingsCommands(app, result);
+  addMessageCommand(app, result);
 }
 
 }  // namespace kutool

@@ -66,6 +66,9 @@ struct Mesh {
   bool closed = false;
   double volume = 0.0;
   std::string textures[3];
+
+  // The position index of seed vertex i (taken round the seed) on a plane, the seed being plane 0.
+  int at(int plane, int i) const { return plane * seedVertices + (i % seedVertices); }
 };
 
 double triangleArea2(const Mesh& m, const std::array<int, 3>& t) {
@@ -115,11 +118,8 @@ bool isClosed(const Mesh& m) {
   return true;
 }
 
-// Builds the solid of a restored generator: end planes from the tessellation, two triangles per side face.
-// The winding follows the library's faces (normal reversal included); the whole mesh is then turned
-// outward when its signed volume says it faces in, so that OBJ viewers see it from outside.
-bool buildMesh(CKVGen& gen, double size, Mesh* out, std::string* problem) {
-  Mesh& m = *out;
+// Tessellates the seed and generates the solid; false with the reason when there is nothing to export.
+bool generateSolid(CKVGen& gen, Mesh& m, std::string* problem) {
   m.tessellated = gen.KVTesselateSeedPlane() != 0;
   if (!gen.KVGenerate()) {
     *problem = "the instructions of the shape do not generate a solid";
@@ -130,136 +130,166 @@ bool buildMesh(CKVGen& gen, double size, Mesh* out, std::string* problem) {
     *problem = "the shape has no seed vertex";
     return false;
   }
-  const int n = m.seedVertices;
+  return true;
+}
+
+void readTextures(CKVGen& gen, Mesh& m) {
   char texture[280] = {0};
   if (gen.KVGetFrontPlaneTexture(texture)) m.textures[kFront] = texture;
   if (gen.KVGetBackPlaneTexture(texture)) m.textures[kBack] = texture;
   if (gen.KVGetWrapSurfaceTexture(texture)) m.textures[kSides] = texture;
+}
 
-  // Scale: --size makes the seed's larger extent that long, as the end-plane mapping does.
-  double scale = 1.0;
-  double extent = 0.0;
+// The seed's larger extent, which --size scales to and the end-plane mapping spans; 0 when unknown.
+double seedExtent(CKVGen& gen) {
   _D3DRMBOX* box = nullptr;
-  if (gen.KVGetSeedFaceBox(&box) && box) {
-    extent =
-        std::max(static_cast<double>(box->max.x - box->min.x), static_cast<double>(box->max.y - box->min.y));
-  }
-  if (size > 0 && extent > 0) scale = size / extent;
+  if (!gen.KVGetSeedFaceBox(&box) || !box) return 0.0;
+  return std::max(static_cast<double>(box->max.x - box->min.x), static_cast<double>(box->max.y - box->min.y));
+}
 
-  // Positions: the seed plane, then every generated plane.
+void addPosition(Mesh& m, const _D3DVECTOR& p, double scale) {
+  m.positions.push_back(Vec{p.x * scale, p.y * scale, p.z * scale});
+}
+
+// Positions: the seed plane, then every generated plane.
+void addPositions(CKVGen& gen, Mesh& m, double scale) {
+  const int n = m.seedVertices;
   for (int i = 0; i < n; ++i) {
     _D3DVECTOR p{};
     gen.KVGetSeedVertexByNumber(i, &p);
-    m.positions.push_back(Vec{p.x * scale, p.y * scale, p.z * scale});
+    addPosition(m, p, scale);
   }
   for (int ok = gen.KVSelectFirstGenPlane(); ok; ok = gen.KVSelectNextGenPlane()) {
     ++m.planes;
     for (int i = 0; i < n; ++i) {
       _D3DVECTOR p{};
       gen.KVGetGenVertexByNumber(i, &p);
-      m.positions.push_back(Vec{p.x * scale, p.y * scale, p.z * scale});
+      addPosition(m, p, scale);
     }
   }
-  const bool reversed = gen.KVIsNormalReversalActive() != 0;
-  const int last = m.planes;
-  auto at = [n](int plane, int i) { return plane * n + (i % n); };
+}
 
-  // End planes: the seed's triangles on the last plane as the library winds them, mirrored on the seed.
-  if (m.tessellated) {
-    int tiling = 1;
-    const double mapSize = extent > 0 ? extent * scale : 1.0;
-    gen.KVGetFrontTiling(&tiling);
-    const bool frontMapped =
-        GKVCalculateEndPlaneVertexMappings(&gen, 0, tiling, static_cast<float>(mapSize)) != 0;
-    tiling = 1;
-    gen.KVGetBackTiling(&tiling);
-    const bool backMapped =
-        last > 0 && GKVCalculateEndPlaneVertexMappings(&gen, 1, tiling, static_cast<float>(mapSize));
-    const int frontUv = static_cast<int>(m.uvs.size());
-    for (int i = 0; i < n; ++i) {
-      tagKTessVertex* t = nullptr;
-      gen.KVSelectSeedVertexByNumber(i);
-      if (frontMapped && gen.KVGetSelectedSeedVertexTessPointer(&t) && t)
-        m.uvs.push_back({t->u, t->v});
-      else
-        m.uvs.push_back({0.0, 0.0});
-    }
-    const int backUv = static_cast<int>(m.uvs.size());
+// The texture coordinates the tessellation mapped onto one end plane's vertices ((0, 0) where it did not);
+// returns the index of the first.
+int addEndPlaneUvs(CKVGen& gen, Mesh& m, bool mapped, int (CKVGen::*select)(int),
+                   int (CKVGen::*tessVertex)(tagKTessVertex**)) {
+  const int first = static_cast<int>(m.uvs.size());
+  for (int i = 0; i < m.seedVertices; ++i) {
+    tagKTessVertex* t = nullptr;
+    (gen.*select)(i);
+    if (mapped && (gen.*tessVertex)(&t) && t)
+      m.uvs.push_back({t->u, t->v});
+    else
+      m.uvs.push_back({0.0, 0.0});
+  }
+  return first;
+}
+
+// The seed's triangles on the last plane as the library winds them, mirrored on the seed.
+void addCapTriangles(CKVGen& gen, Mesh& m, int frontUv, int backUv) {
+  const int n = m.seedVertices, last = m.planes;
+  int a = 0, b = 0, c = 0;
+  for (int ok = gen.KVGetFirstTesselatedTriangle(&a, &b, &c); ok;
+       ok = gen.KVGetNextTesselatedTriangle(&a, &b, &c)) {
+    if (a < 0 || b < 0 || c < 0 || a >= n || b >= n || c >= n) continue;
+    ++m.capTriangles;
     if (last > 0) {
-      _D3DRMBOX* lastBox = nullptr;
-      gen.KVGetGenFaceBox(&lastBox);  // makes the last plane current
-      for (int i = 0; i < n; ++i) {
-        tagKTessVertex* t = nullptr;
-        gen.KVSelectGenVertexByNumber(i);
-        if (backMapped && gen.KVGetSelectedGenVertexTessPointer(&t) && t)
-          m.uvs.push_back({t->u, t->v});
-        else
-          m.uvs.push_back({0.0, 0.0});
-      }
+      addTriangle(m, {m.at(0, c), m.at(0, b), m.at(0, a)}, {frontUv + c, frontUv + b, frontUv + a}, kFront);
+      addTriangle(m, {m.at(last, a), m.at(last, b), m.at(last, c)}, {backUv + a, backUv + b, backUv + c},
+                  kBack);
+    } else {
+      addTriangle(m, {m.at(0, a), m.at(0, b), m.at(0, c)}, {frontUv + a, frontUv + b, frontUv + c}, kFront);
     }
-    int a = 0, b = 0, c = 0;
-    for (int ok = gen.KVGetFirstTesselatedTriangle(&a, &b, &c); ok;
-         ok = gen.KVGetNextTesselatedTriangle(&a, &b, &c)) {
-      if (a < 0 || b < 0 || c < 0 || a >= n || b >= n || c >= n) continue;
-      ++m.capTriangles;
-      if (last > 0) {
-        addTriangle(m, {at(0, c), at(0, b), at(0, a)}, {frontUv + c, frontUv + b, frontUv + a}, kFront);
-        addTriangle(m, {at(last, a), at(last, b), at(last, c)}, {backUv + a, backUv + b, backUv + c}, kBack);
-      } else {
-        addTriangle(m, {at(0, a), at(0, b), at(0, c)}, {frontUv + a, frontUv + b, frontUv + c}, kFront);
-      }
-    }
-    Polygon front, back;
-    front.group = kFront;
-    back.group = kBack;
-    // Ascending triangles follow the seed's own order; the front plane is painted the other way
-    // round when there is a back plane, and reversal turns both.
-    const bool frontForward = last > 0 ? reversed : !reversed;
-    const bool backForward = !reversed;
-    for (int i = 0; i < n; ++i) {
-      front.v.push_back(at(0, frontForward ? i : n - 1 - i));
-      back.v.push_back(at(last, backForward ? i : n - 1 - i));
-    }
-    m.polygons.push_back(front);
-    if (last > 0) m.polygons.push_back(back);
   }
+}
 
-  // Side faces: texture u runs round the seed's perimeter, v from the seed to the last plane.
+// The end planes as whole polygons for the picture. Ascending triangles follow the seed's own order;
+// the front plane is painted the other way round when there is a back plane, and reversal turns both.
+void addEndPolygons(Mesh& m, bool reversed) {
+  const int n = m.seedVertices, last = m.planes;
+  Polygon front, back;
+  front.group = kFront;
+  back.group = kBack;
+  const bool frontForward = last > 0 ? reversed : !reversed;
+  const bool backForward = !reversed;
+  for (int i = 0; i < n; ++i) {
+    front.v.push_back(m.at(0, frontForward ? i : n - 1 - i));
+    back.v.push_back(m.at(last, backForward ? i : n - 1 - i));
+  }
+  m.polygons.push_back(front);
+  if (last > 0) m.polygons.push_back(back);
+}
+
+// End planes: from the tessellation, textured as the library maps them over mapSize.
+void addEndPlanes(CKVGen& gen, Mesh& m, double mapSize, bool reversed) {
+  const int last = m.planes;
+  int frontTiling = 1, backTiling = 1;
+  gen.KVGetFrontTiling(&frontTiling);
+  const bool frontMapped =
+      GKVCalculateEndPlaneVertexMappings(&gen, 0, frontTiling, static_cast<float>(mapSize)) != 0;
+  gen.KVGetBackTiling(&backTiling);
+  const bool backMapped =
+      last > 0 && GKVCalculateEndPlaneVertexMappings(&gen, 1, backTiling, static_cast<float>(mapSize));
+  const int frontUv = addEndPlaneUvs(gen, m, frontMapped, &CKVGen::KVSelectSeedVertexByNumber,
+                                     &CKVGen::KVGetSelectedSeedVertexTessPointer);
+  int backUv = static_cast<int>(m.uvs.size());
+  if (last > 0) {
+    _D3DRMBOX* lastBox = nullptr;
+    gen.KVGetGenFaceBox(&lastBox);  // makes the last plane current
+    backUv = addEndPlaneUvs(gen, m, backMapped, &CKVGen::KVSelectGenVertexByNumber,
+                            &CKVGen::KVGetSelectedGenVertexTessPointer);
+  }
+  addCapTriangles(gen, m, frontUv, backUv);
+  addEndPolygons(m, reversed);
+}
+
+// Side-face texture coordinates: u runs round the seed's perimeter, v from the seed to the last plane;
+// returns the index of the first, a row of seedVertices + 1 per plane.
+int addSideUvs(CKVGen& gen, Mesh& m) {
+  const int n = m.seedVertices, last = m.planes;
   int wrapTiling = 1;
   gen.KVGetWrapTiling(&wrapTiling);
   if (wrapTiling < 1) wrapTiling = 1;
   std::vector<double> around(static_cast<std::size_t>(n) + 1, 0.0);
   for (int i = 0; i < n; ++i)
-    around[i + 1] = around[i] + length(m.positions[at(0, i + 1)] - m.positions[at(0, i)]);
+    around[i + 1] = around[i] + length(m.positions[m.at(0, i + 1)] - m.positions[m.at(0, i)]);
   const double perimeter = around[n] > 0 ? around[n] : 1.0;
-  const int sideUv = static_cast<int>(m.uvs.size());
+  const int first = static_cast<int>(m.uvs.size());
   for (int k = 0; k <= last; ++k) {
     for (int i = 0; i <= n; ++i) {
       m.uvs.push_back(
           {around[i] / perimeter * wrapTiling, last > 0 ? static_cast<double>(k) / last * wrapTiling : 0.0});
     }
   }
+  return first;
+}
+
+// Side faces: each quadrilateral between two neighbouring planes as two triangles.
+void addSideFaces(CKVGen& gen, Mesh& m, bool reversed) {
+  const int n = m.seedVertices, last = m.planes;
+  const int sideUv = addSideUvs(gen, m);
+  if (n < 2) return;
   auto sideUvAt = [&](int plane, int i) { return sideUv + plane * (n + 1) + i; };
-  if (n >= 2) {
-    for (int k = 1; k <= last; ++k) {
-      for (int i = 0; i < n; ++i) {
-        // Corners as the library orders a side face: previous i, previous i+1, current i+1, current i.
-        std::array<int, 4> v = {at(k - 1, i), at(k - 1, i + 1), at(k, i + 1), at(k, i)};
-        std::array<int, 4> t = {sideUvAt(k - 1, i), sideUvAt(k - 1, i + 1), sideUvAt(k, i + 1),
-                                sideUvAt(k, i)};
-        if (reversed) {
-          std::reverse(v.begin(), v.end());
-          std::reverse(t.begin(), t.end());
-        }
-        addTriangle(m, {v[0], v[1], v[2]}, {t[0], t[1], t[2]}, kSides);
-        addTriangle(m, {v[0], v[2], v[3]}, {t[0], t[2], t[3]}, kSides);
-        Polygon quad;
-        quad.v.assign(v.begin(), v.end());
-        m.polygons.push_back(quad);
+  for (int k = 1; k <= last; ++k) {
+    for (int i = 0; i < n; ++i) {
+      // Corners as the library orders a side face: previous i, previous i+1, current i+1, current i.
+      std::array<int, 4> v = {m.at(k - 1, i), m.at(k - 1, i + 1), m.at(k, i + 1), m.at(k, i)};
+      std::array<int, 4> t = {sideUvAt(k - 1, i), sideUvAt(k - 1, i + 1), sideUvAt(k, i + 1), sideUvAt(k, i)};
+      if (reversed) {
+        std::reverse(v.begin(), v.end());
+        std::reverse(t.begin(), t.end());
       }
+      addTriangle(m, {v[0], v[1], v[2]}, {t[0], t[1], t[2]}, kSides);
+      addTriangle(m, {v[0], v[2], v[3]}, {t[0], t[2], t[3]}, kSides);
+      Polygon quad;
+      quad.v.assign(v.begin(), v.end());
+      m.polygons.push_back(quad);
     }
   }
+}
 
+// Turns the whole mesh round when its signed volume says it faces in, so that viewers see it from outside.
+void turnOutward(Mesh& m) {
   for (const Triangle& t : m.triangles) {
     m.volume += dot(m.positions[t.v[0]], cross(m.positions[t.v[1]], m.positions[t.v[2]])) / 6.0;
   }
@@ -271,6 +301,23 @@ bool buildMesh(CKVGen& gen, double size, Mesh* out, std::string* problem) {
     for (Polygon& p : m.polygons) std::reverse(p.v.begin(), p.v.end());
     m.volume = -m.volume;
   }
+}
+
+// Builds the solid of a restored generator: end planes from the tessellation, two triangles per side face.
+// The winding follows the library's faces (normal reversal included); the whole mesh is then turned
+// outward so that OBJ viewers see it from outside.
+bool buildMesh(CKVGen& gen, double size, Mesh* out, std::string* problem) {
+  Mesh& m = *out;
+  if (!generateSolid(gen, m, problem)) return false;
+  readTextures(gen, m);
+  // --size makes the seed's larger extent that long, as the end-plane mapping does.
+  const double extent = seedExtent(gen);
+  const double scale = size > 0 && extent > 0 ? size / extent : 1.0;
+  addPositions(gen, m, scale);
+  const bool reversed = gen.KVIsNormalReversalActive() != 0;
+  if (m.tessellated) addEndPlanes(gen, m, extent > 0 ? extent * scale : 1.0, reversed);
+  addSideFaces(gen, m, reversed);
+  turnOutward(m);
   m.closed = isClosed(m);
   return true;
 }
@@ -327,38 +374,53 @@ bool writeObj(const Mesh& m, const std::string& source, const std::string& path)
 }
 
 #if defined(KUTIL_TOOL_HAS_CAIRO)
-// An oblique view: the solid turned 35 degrees about y and seen from 25 degrees above,
-// seen along +z as Direct3D does; faces painted back to front with flat shading.
-bool writePng(const Mesh& m, const std::string& source, const std::string& path) {
-  constexpr int kWidth = 640, kHeight = 480;
+constexpr int kPictureWidth = 640, kPictureHeight = 480;
+
+// The oblique view: the solid turned 35 degrees about y and seen from 25 degrees above,
+// seen along +z as Direct3D does.
+std::vector<Vec> obliqueView(const Mesh& m) {
   constexpr double kYaw = 35.0 * 3.14159265358979 / 180.0, kPitch = 25.0 * 3.14159265358979 / 180.0;
-  auto view = [&](Vec p) {
+  std::vector<Vec> v;
+  v.reserve(m.positions.size());
+  for (const Vec& p : m.positions) {
     const double x = p.x * std::cos(kYaw) + p.z * std::sin(kYaw);
     const double z1 = -p.x * std::sin(kYaw) + p.z * std::cos(kYaw);
     const double y = p.y * std::cos(kPitch) + z1 * std::sin(kPitch);
     const double z = -p.y * std::sin(kPitch) + z1 * std::cos(kPitch);
-    return Vec{x, y, z};
-  };
-  std::vector<Vec> v;
-  v.reserve(m.positions.size());
-  for (const Vec& p : m.positions) v.push_back(view(p));
-  double minX = 1e300, maxX = -1e300, minY = 1e300, maxY = -1e300;
-  for (const Vec& p : v) {
-    minX = std::min(minX, p.x), maxX = std::max(maxX, p.x);
-    minY = std::min(minY, p.y), maxY = std::max(maxY, p.y);
+    v.push_back(Vec{x, y, z});
   }
-  const double spanX = std::max(maxX - minX, 1e-9), spanY = std::max(maxY - minY, 1e-9);
-  const double fit = std::min((kWidth * 0.8) / spanX, (kHeight * 0.72) / spanY);
-  auto screen = [&](const Vec& p, double* sx, double* sy) {
-    *sx = kWidth / 2.0 + (p.x - (minX + maxX) / 2) * fit;
-    *sy = kHeight * 0.46 - (p.y - (minY + maxY) / 2) * fit;
-  };
+  return v;
+}
 
-  struct Painted {
-    double depth;
-    const Polygon* polygon;
-    double shade;
-  };
+// Places the viewed solid in the picture: centred, as large as fits with a margin for the caption.
+class PictureFit {
+ public:
+  explicit PictureFit(const std::vector<Vec>& v) {
+    for (const Vec& p : v) {
+      minX = std::min(minX, p.x), maxX = std::max(maxX, p.x);
+      minY = std::min(minY, p.y), maxY = std::max(maxY, p.y);
+    }
+    const double spanX = std::max(maxX - minX, 1e-9), spanY = std::max(maxY - minY, 1e-9);
+    fit = std::min((kPictureWidth * 0.8) / spanX, (kPictureHeight * 0.72) / spanY);
+  }
+  void toScreen(const Vec& p, double* sx, double* sy) const {
+    *sx = kPictureWidth / 2.0 + (p.x - (minX + maxX) / 2) * fit;
+    *sy = kPictureHeight * 0.46 - (p.y - (minY + maxY) / 2) * fit;
+  }
+
+ private:
+  double minX = 1e300, maxX = -1e300, minY = 1e300, maxY = -1e300;
+  double fit = 1.0;
+};
+
+struct Painted {
+  double depth;
+  const Polygon* polygon;
+  double shade;
+};
+
+// The faces to paint, back to front, each with its flat shade; a closed solid hides its back faces.
+std::vector<Painted> paintingOrder(const Mesh& m, const std::vector<Vec>& v) {
   std::vector<Painted> order;
   const Vec light = normalised(Vec{0.35, 0.55, -0.75});
   for (const Polygon& p : m.polygons) {
@@ -372,27 +434,32 @@ bool writePng(const Mesh& m, const std::string& source, const std::string& path)
     normal = normalised(normal);
     centre = centre * (1.0 / static_cast<double>(p.v.size()));
     const bool facing = normal.z < 0;
-    if (m.closed && !facing) continue;  // a closed solid hides its back faces
+    if (m.closed && !facing) continue;
     const double lit = std::max(0.0, dot(facing ? normal : normal * -1.0, light));
     order.push_back({centre.z, &p, 0.4 + 0.6 * lit});
   }
   std::sort(order.begin(), order.end(), [](const Painted& a, const Painted& b) { return a.depth > b.depth; });
+  return order;
+}
 
-  cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, kWidth, kHeight);
-  cairo_t* cr = cairo_create(surface);
-  cairo_pattern_t* sky = cairo_pattern_create_linear(0, 0, 0, kHeight);
+void paintSky(cairo_t* cr) {
+  cairo_pattern_t* sky = cairo_pattern_create_linear(0, 0, 0, kPictureHeight);
   cairo_pattern_add_color_stop_rgb(sky, 0, 0.93, 0.95, 0.98);
   cairo_pattern_add_color_stop_rgb(sky, 1, 0.80, 0.83, 0.88);
   cairo_set_source(cr, sky);
   cairo_paint(cr);
   cairo_pattern_destroy(sky);
+}
+
+void paintFaces(cairo_t* cr, const std::vector<Painted>& order, const std::vector<Vec>& v,
+                const PictureFit& fit) {
   cairo_set_line_join(cr, CAIRO_LINE_JOIN_ROUND);
   const double base[3][3] = {{0.86, 0.62, 0.36}, {0.74, 0.52, 0.30}, {0.45, 0.60, 0.80}};
   for (const Painted& p : order) {
     const Polygon& poly = *p.polygon;
     for (std::size_t i = 0; i < poly.v.size(); ++i) {
       double sx = 0, sy = 0;
-      screen(v[poly.v[i]], &sx, &sy);
+      fit.toScreen(v[poly.v[i]], &sx, &sy);
       if (i == 0)
         cairo_move_to(cr, sx, sy);
       else
@@ -406,6 +473,9 @@ bool writePng(const Mesh& m, const std::string& source, const std::string& path)
     cairo_set_line_width(cr, 0.8);
     cairo_stroke(cr);
   }
+}
+
+void paintCaption(cairo_t* cr, const Mesh& m, const std::string& source) {
   cairo_select_font_face(cr, "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
   cairo_set_font_size(cr, 14);
   cairo_set_source_rgb(cr, 0.15, 0.17, 0.22);
@@ -413,8 +483,20 @@ bool writePng(const Mesh& m, const std::string& source, const std::string& path)
   caption << baseName(source) << ": " << m.seedVertices << " seed vertices, " << m.planes
           << (m.planes == 1 ? " generated plane, " : " generated planes, ") << m.triangles.size() << " faces"
           << (m.tessellated ? "" : " (side faces only)");
-  cairo_move_to(cr, 14, kHeight - 16);
+  cairo_move_to(cr, 14, kPictureHeight - 16);
   cairo_show_text(cr, caption.str().c_str());
+}
+
+// An oblique view of the solid, faces painted back to front with flat shading, and a caption.
+bool writePng(const Mesh& m, const std::string& source, const std::string& path) {
+  const std::vector<Vec> v = obliqueView(m);
+  const PictureFit fit(v);
+  const std::vector<Painted> order = paintingOrder(m, v);
+  cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, kPictureWidth, kPictureHeight);
+  cairo_t* cr = cairo_create(surface);
+  paintSky(cr);
+  paintFaces(cr, order, v, fit);
+  paintCaption(cr, m, source);
   cairo_destroy(cr);
   const bool ok = cairo_surface_write_to_png(surface, path.c_str()) == CAIRO_STATUS_SUCCESS;
   cairo_surface_destroy(surface);
@@ -475,7 +557,7 @@ int exportShape(const ShapeOptions& options) {
   if (!options.png.empty()) {
     if (!writePng(mesh, options.file, options.png))
       return fail(options.png + ": the picture cannot be written.");
-    std::printf("wrote %s (640 x 480 oblique view)\n", options.png.c_str());
+    std::printf("wrote %s (%d x %d oblique view)\n", options.png.c_str(), kPictureWidth, kPictureHeight);
   }
 #endif
   return kExitOk;
