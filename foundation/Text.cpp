@@ -12,6 +12,7 @@
 #include <string>
 
 #include "KText.h"
+#include "KUtilVersion.h"
 #include "TextDetail.h"
 
 using kutil::detail::kMaxPath;
@@ -23,7 +24,7 @@ namespace {
 constexpr int kNoError = 5;
 
 int g_lastError = kNoError;
-char g_comment[kScratch] = "KUtil 1.0.4.401 - utility library of the kaldo 3D desktop";
+char g_comment[kScratch] = "KUtil " KUTIL_VERSION_STRING " - utility library of the kaldo 3D desktop";
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
