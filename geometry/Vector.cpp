@@ -7,6 +7,9 @@
 #include <cmath>
 
 #include "KVector.h"
+#include "VectorDetail.h"
+
+using kutil::detail::makeVector;
 
 namespace {
 
@@ -28,14 +31,6 @@ void store(_D3DVECTOR* out, const Vec3& v) {
   out->x = static_cast<float>(v.x);
   out->y = static_cast<float>(v.y);
   out->z = static_cast<float>(v.z);
-}
-
-_D3DVECTOR makeVector(double x, double y, double z) {
-  _D3DVECTOR v;
-  v.x = static_cast<float>(x);
-  v.y = static_cast<float>(y);
-  v.z = static_cast<float>(z);
-  return v;
 }
 
 double length(const Vec3& v) { return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z); }

@@ -65,8 +65,8 @@ class KUTIL_API CKArrange {
 
   int m_itemType{};            ///< item type, -1 when unset
   float m_firstPosition[3]{};  ///< first position stored x, z, y (raw copies of the record rely on it)
-  float m_direction[3]{};      ///< first orientation, direction
-  float m_up[3]{};             ///< first orientation, up
+  _D3DVECTOR m_direction{};    ///< first orientation, direction
+  _D3DVECTOR m_up{};           ///< first orientation, up
   Step m_deltaOrientation{};   ///< per-item orientation step
   Step m_deltaTranslation{};   ///< per-item translation step
   Step m_rowOrientation{};     ///< row orientation step

@@ -38,9 +38,9 @@ class KUTIL_API CKTrans {
                    double* aspect) const;
 
   int m_reserved[3]{};          ///< unused words kept for record compatibility
-  float m_position[3]{};        ///< camera position
-  float m_direction[3]{};       ///< camera direction, not normalised
-  float m_up[3]{};              ///< camera up, not normalised
+  _D3DVECTOR m_position{};      ///< camera position
+  _D3DVECTOR m_direction{};     ///< camera direction, not normalised
+  _D3DVECTOR m_up{};            ///< camera up, not normalised
   double m_zoom{};              ///< zoom factor
   double m_spare{};             ///< a setting this class does not read
   RECT m_view{};                ///< view rectangle
