@@ -19,13 +19,13 @@
 #include "KText.h"
 #include "LineFile.h"
 #include "OsFileSystem.h"
+#include "TextDetail.h"
 
+using kutil::detail::isEmpty;
 using kutil::detail::LineEdit;
 using kutil::detail::RewriteOutcome;
 
 namespace {
-
-bool isEmpty(const char* text) { return text == nullptr || text[0] == '\0'; }
 
 const char* const kAppend = "a+";
 

@@ -13,6 +13,9 @@
 #include "KInfo.h"
 #include "KText.h"
 #include "OsMessage.h"
+#include "TextDetail.h"
+
+using kutil::detail::copyBounded;
 
 namespace {
 
@@ -32,8 +35,6 @@ constexpr long kLogKeptLines = 500;
 
 KUMessageSink g_sink = nullptr;
 CKaldoInfo* g_stringTable = nullptr;
-
-void copyBounded(char* out, const char* in, int limit) { KUSafeStrncpy(out, in ? in : "", limit); }
 
 }  // namespace
 
