@@ -8,10 +8,8 @@
 #include "OsRegistry.h"
 
 #include <sqlite3.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -19,6 +17,8 @@
 #include <map>
 #include <string>
 #include <vector>
+
+#include "Directories.h"
 
 namespace kutil::platform {
 namespace {
@@ -148,17 +148,6 @@ bool exec(sqlite3* db, const char* sql) {
   return sqlite3_exec(db, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
-bool makeDirs(const std::string& dir) {
-  std::string cur;
-  for (size_t i = 0; i <= dir.size(); ++i) {
-    if (i == dir.size() || dir[i] == '/') {
-      if (!cur.empty() && ::mkdir(cur.c_str(), 0755) != 0 && errno != EEXIST) return false;
-    }
-    if (i < dir.size()) cur += dir[i];
-  }
-  return true;
-}
-
 class Statement {
  public:
   Statement(sqlite3* db, const char* sql) {
@@ -182,7 +171,7 @@ class Statement {
 
 // Opens (and with create, initialises) a store; nullptr on failure.
 sqlite3* openStore(const Store& store, bool write, bool create) {
-  if (create && !makeDirs(store.dir)) return nullptr;
+  if (create && !makeDirectories(store.dir)) return nullptr;
   int flags = write ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
   if (create) flags |= SQLITE_OPEN_CREATE;
   sqlite3* db = nullptr;

@@ -22,6 +22,8 @@
 #include <string>
 #include <vector>
 
+#include "Directories.h"
+
 extern char** environ;
 
 /// A shell item list here is the absolute path it was parsed from.
@@ -60,22 +62,6 @@ std::string configHome() {
 std::string dataHome() {
   const std::string d = env("XDG_DATA_HOME");
   return d.empty() ? home() + "/.local/share" : d;
-}
-
-bool isDirectory(const std::string& path) {
-  struct stat st {};
-  return ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
-}
-
-bool makeDirs(const std::string& dir) {
-  std::string cur;
-  for (size_t i = 0; i <= dir.size(); ++i) {
-    if (i == dir.size() || dir[i] == '/') {
-      if (!cur.empty() && ::mkdir(cur.c_str(), 0755) != 0 && errno != EEXIST) return false;
-    }
-    if (i < dir.size()) cur += dir[i];
-  }
-  return isDirectory(dir);
 }
 
 // XDG_<NAME>_DIR from user-dirs.dirs, with $HOME expanded; fallback when absent.
@@ -279,7 +265,7 @@ bool versionInfo(VersionInfo* out) {
 bool screenSaverDirectory(char* out) {
   if (!out) return false;
   const std::string dir = dataHome() + "/kaldo3d/screensavers";
-  if (dir.size() > 260 || !makeDirs(dir)) return false;
+  if (dir.size() > 260 || !makeDirectories(dir)) return false;
   std::memcpy(out, dir.c_str(), dir.size() + 1);
   return true;
 }
