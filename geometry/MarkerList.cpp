@@ -5,6 +5,7 @@
 #include <cstring>
 #include <new>
 
+#include "GenListInternals.h"
 #include "KMarkerList.h"
 #include "TextDetail.h"
 
@@ -206,7 +207,8 @@ int CKMarkerList::MLCreateListFromList(const CKMarkerList* source) {
   // (With source == this the list was just emptied: an empty copy.)
   if (!source || !source->m_list) return 1;
   int ok = 1;
-  for (const tagHolder* node = source->m_list->head; node; node = node->next) {
+  for (const tagHolder* node = kutil::detail::Internals<CKGenList>::head(*source->m_list); node;
+       node = node->next) {
     ok = MLAddMarker(recordOf(node->object));
     if (!ok) break;
   }

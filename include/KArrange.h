@@ -57,6 +57,8 @@ class KUTIL_API CKArrange {
   int CAGetDColTranslation(int* selector, float* amount);
 
  private:
+  friend struct kutil::detail::Internals<CKArrange>;
+
   /// A step: what kind of change (the application's selector) and how much.
   struct Step {
     int selector;  ///< meaning defined by the laying-out application

@@ -34,6 +34,8 @@ class KUTIL_API CKTrans {
   int KTScreen2World(_D3DVECTOR* out, const _D3DRMVECTOR4D* screen);
 
  private:
+  friend struct kutil::detail::Internals<CKTrans>;
+
   void fieldOfView(double* fov, double* horizontalFov, float* halfWidth, float* halfHeight,
                    double* aspect) const;
 
