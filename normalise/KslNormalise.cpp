@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "Boundary.h"
 #include "KFile.h"
 #include "KNormalise.h"
 #include "KPathVars.h"
@@ -54,7 +55,9 @@ int KUIsKSLFileNormalised(const char* path) {
   return result;
 }
 
-int KUConvertKSLToRelative(const char* path) {
+namespace {
+
+int convertList(const char* path) {
   if (isEmpty(path)) return 1;
   KUSetComment(path);
   const std::string temp = kutil::detail::temporaryName(path);
@@ -76,7 +79,7 @@ int KUConvertKSLToRelative(const char* path) {
   return 1;
 }
 
-int KUDeRelativiseKSL(const char* path, const char* variable, const char* value) {
+int deRelativiseList(const char* path, const char* variable, const char* value) {
   if (isEmpty(path)) return 1;
   const std::string temp = kutil::detail::temporaryName(path);
   RewriteOutcome outcome = kutil::detail::copyLinesThrough(path, temp, kAppend, [&](char* line) {
@@ -93,7 +96,7 @@ int KUDeRelativiseKSL(const char* path, const char* variable, const char* value)
   return result;
 }
 
-int KUCopyKSLFileParts(const char* path, const char* targetDir) {
+int copyListParts(const char* path, const char* targetDir) {
   if (isEmpty(path) || KUIsVariablised(path)) return 1;
   KUSetComment(path);
   const std::string temp = kutil::detail::temporaryName(path);
@@ -108,4 +111,20 @@ int KUCopyKSLFileParts(const char* path, const char* targetDir) {
     return 0;
   }
   return replaceList(path, temp);
+}
+
+}  // namespace
+
+// The temporary name and the rewrite are standard-library objects: out of
+// memory they throw, before any file is touched, and the call reports 0.
+int KUConvertKSLToRelative(const char* path) {
+  return kutil::detail::guarded([&] { return convertList(path); });
+}
+
+int KUDeRelativiseKSL(const char* path, const char* variable, const char* value) {
+  return kutil::detail::guarded([&] { return deRelativiseList(path, variable, value); });
+}
+
+int KUCopyKSLFileParts(const char* path, const char* targetDir) {
+  return kutil::detail::guarded([&] { return copyListParts(path, targetDir); });
 }
