@@ -39,24 +39,6 @@ int replaceList(const char* path, const std::string& temp) {
   return result;
 }
 
-}  // namespace
-
-int KUIsKSLFileNormalised(const char* path) {
-  if (isEmpty(path)) return 0;
-  std::FILE* file = std::fopen(path, "r");
-  if (file == nullptr) return 0;
-  char line[kutil::detail::kListLineCapacity];
-  int result = 0;
-  while (result == 0 && std::fgets(line, kutil::detail::kListLineBuffer, file) != nullptr) {
-    KUNoNewLine(line);
-    if (kutil::detail::isNameLine(line) && KUIsVariablised(line)) result = 1;
-  }
-  std::fclose(file);
-  return result;
-}
-
-namespace {
-
 int convertList(const char* path) {
   if (isEmpty(path)) return 1;
   KUSetComment(path);
@@ -114,6 +96,20 @@ int copyListParts(const char* path, const char* targetDir) {
 }
 
 }  // namespace
+
+int KUIsKSLFileNormalised(const char* path) {
+  if (isEmpty(path)) return 0;
+  std::FILE* file = std::fopen(path, "r");
+  if (file == nullptr) return 0;
+  char line[kutil::detail::kListLineCapacity];
+  int result = 0;
+  while (result == 0 && std::fgets(line, kutil::detail::kListLineBuffer, file) != nullptr) {
+    KUNoNewLine(line);
+    if (kutil::detail::isNameLine(line) && KUIsVariablised(line)) result = 1;
+  }
+  std::fclose(file);
+  return result;
+}
 
 // The temporary name and the rewrite are standard-library objects: out of
 // memory they throw, before any file is touched, and the call reports 0.
