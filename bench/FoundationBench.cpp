@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "GenListInternals.h"
 #include "KGenList.h"
 #include "KPathVars.h"
 #include "KText.h"
@@ -66,7 +67,7 @@ void BM_GenListBuild(benchmark::State& state) {
     CKGenList list;
     list.GLInitialise();
     for (int& object : objects) list.GLAdd(&object, nullptr);
-    benchmark::DoNotOptimize(list.head);
+    benchmark::DoNotOptimize(kutil::detail::Internals<CKGenList>::head(list));
   }
 }
 BENCHMARK(BM_GenListBuild)->Arg(16)->Arg(256);

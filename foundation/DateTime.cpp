@@ -6,13 +6,15 @@
 #include <ctime>
 
 #include "KText.h"
+#include "KUtilVersion.h"
 #include "OsSystem.h"
 #include "TextDetail.h"
 
 namespace {
 
 // The library's build number, printed in every time stamp.
-constexpr int kBuild[4] = {1, 0, 4, 401};
+constexpr int kBuild[4] = {KUTIL_VERSION_MAJOR, KUTIL_VERSION_MINOR, KUTIL_VERSION_PATCH,
+                           KUTIL_VERSION_BUILD};
 
 }  // namespace
 

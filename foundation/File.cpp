@@ -4,8 +4,9 @@
 #include <cctype>
 #include <cstdio>
 #include <cstring>
-#include <string>
+#include <initializer_list>
 
+#include "FileDetail.h"
 #include "KFile.h"
 #include "KText.h"
 #include "OsFileSystem.h"
@@ -14,6 +15,7 @@
 using kutil::detail::isEmpty;
 using kutil::detail::kMaxPath;
 using kutil::detail::kScratch;
+using kutil::detail::orEmpty;
 
 namespace {
 
@@ -99,14 +101,24 @@ int KUIsADriveName(const char* name) {
   return std::isalpha(static_cast<unsigned char>(name[0])) && name[1] == ':' && name[2] == '\0' ? 1 : 0;
 }
 
-int KUAppendLine(const char* path, const char* text) {
-  if (isEmpty(path)) return 0;
+namespace kutil::detail {
+
+bool appendTexts(const char* path, std::initializer_list<const char*> texts) {
+  if (isEmpty(path)) return false;
   std::FILE* file = std::fopen(path, "a+");
-  if (file == nullptr) return 0;
-  bool ok = std::fputs(kutil::detail::orEmpty(text), file) >= 0;
+  if (file == nullptr) return false;
+  bool ok = true;
+  for (const char* text : texts)
+    if (std::fputs(orEmpty(text), file) < 0) ok = false;
   if (std::fflush(file) != 0) ok = false;
   if (std::fclose(file) != 0) ok = false;
-  return ok ? 1 : 0;
+  return ok;
+}
+
+}  // namespace kutil::detail
+
+int KUAppendLine(const char* path, const char* text) {
+  return kutil::detail::appendTexts(path, {text}) ? 1 : 0;
 }
 
 int KUCountLinesInFile(const char* path, long* count) {
@@ -123,12 +135,14 @@ int KUCountLinesInFile(const char* path, long* count) {
 
 int KUClipFile(const char* path, int first, int last) {
   if (path == nullptr) return 0;
-  std::size_t length = std::strlen(path);
+  const std::size_t length = std::strlen(path);
   if (length + 1 > 256) return 0;
-  std::string temporary = std::string(path) + ".TMP";
+  char temporary[kMaxPath];  // at most 255 characters, ".TMP" and the terminator
+  std::memcpy(temporary, path, length);
+  std::memcpy(temporary + length, ".TMP", 5);
   std::FILE* source = std::fopen(path, "r");
   if (source == nullptr) return 0;
-  std::FILE* target = std::fopen(temporary.c_str(), "w");
+  std::FILE* target = std::fopen(temporary, "w");
   if (target == nullptr) {
     std::fclose(source);
     return 0;
@@ -151,12 +165,12 @@ int KUClipFile(const char* path, int first, int last) {
   std::fclose(source);
   if (!kept) return 0;
   if (!kutil::platform::deleteFile(path)) {
-    kutil::platform::deleteFile(temporary.c_str());
+    kutil::platform::deleteFile(temporary);
     return 0;
   }
   // The rename's own result is not reported: once the file is deleted the
   // clip has happened, and the log that relies on it only needs to know that.
-  kutil::platform::moveFile(temporary.c_str(), path);
+  kutil::platform::moveFile(temporary, path);
   return 1;
 }
 
@@ -164,8 +178,11 @@ int KUGetPathFromFile(char* out, const char* file) {
   if (out == nullptr) return 0;
   kutil::platform::SplitPath parts;
   kutil::platform::splitPath(file, &parts);
-  std::string path = std::string(parts.drive) + parts.dir;
-  KUSafeStrncpy(out, path.c_str(), kMaxPath);
+  char path[2 * kutil::platform::kSplitPartSize];
+  const std::size_t driveLength = std::strlen(parts.drive);
+  std::memcpy(path, parts.drive, driveLength);
+  std::memcpy(path + driveLength, parts.dir, std::strlen(parts.dir) + 1);
+  KUSafeStrncpy(out, path, kMaxPath);
   return 1;
 }
 

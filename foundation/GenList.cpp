@@ -6,19 +6,19 @@
 #include "KGenList.h"
 
 CKGenList::~CKGenList() {
-  tagHolder* node = head;
+  tagHolder* node = m_head;
   while (node != nullptr) {
     tagHolder* next = node->next;
     std::free(node);
     node = next;
   }
-  head = nullptr;
-  current = nullptr;
+  m_head = nullptr;
+  m_current = nullptr;
 }
 
 int CKGenList::GLInitialise() {
-  head = nullptr;
-  current = nullptr;
+  m_head = nullptr;
+  m_current = nullptr;
   return 1;
 }
 
@@ -28,34 +28,34 @@ int CKGenList::GLAdd(void* object, void* companion) {
   node->object = object;
   node->companion = companion;
   node->next = nullptr;
-  if (head == nullptr) {
-    head = node;
+  if (m_head == nullptr) {
+    m_head = node;
     return 1;
   }
-  tagHolder* tail = head;
+  tagHolder* tail = m_head;
   while (tail->next != nullptr) tail = tail->next;
   tail->next = node;
   return 1;
 }
 
 int CKGenList::GLFind(void* object) {
-  for (tagHolder* node = head; node != nullptr; node = node->next) {
+  for (tagHolder* node = m_head; node != nullptr; node = node->next) {
     if (node->object == object) {
-      current = node;
+      m_current = node;
       return 1;
     }
   }
-  current = nullptr;
+  m_current = nullptr;
   return 0;
 }
 
 int CKGenList::GLRemoveFromList(void* object) {
-  current = nullptr;
+  m_current = nullptr;
   tagHolder* previous = nullptr;
-  for (tagHolder* node = head; node != nullptr; previous = node, node = node->next) {
+  for (tagHolder* node = m_head; node != nullptr; previous = node, node = node->next) {
     if (node->object != object) continue;
     if (previous == nullptr) {
-      head = node->next;
+      m_head = node->next;
     } else {
       previous->next = node->next;
     }
@@ -66,31 +66,31 @@ int CKGenList::GLRemoveFromList(void* object) {
 }
 
 int CKGenList::GLSelectFirstObject(void** object, void** companion) {
-  if (head == nullptr) return 0;
-  current = head;
-  if (object != nullptr) *object = current->object;
-  if (companion != nullptr) *companion = current->companion;
+  if (m_head == nullptr) return 0;
+  m_current = m_head;
+  if (object != nullptr) *object = m_current->object;
+  if (companion != nullptr) *companion = m_current->companion;
   return 1;
 }
 
 int CKGenList::GLSelectNextObject(void** object, void** companion) {
   // Staying on the tail lets a caller's loop end on the last node.
-  if (current == nullptr || current->next == nullptr) return 0;
-  current = current->next;
-  if (object != nullptr) *object = current->object;
-  if (companion != nullptr) *companion = current->companion;
+  if (m_current == nullptr || m_current->next == nullptr) return 0;
+  m_current = m_current->next;
+  if (object != nullptr) *object = m_current->object;
+  if (companion != nullptr) *companion = m_current->companion;
   return 1;
 }
 
 int CKGenList::GLGetCurrentByAddress(tagHolder** out) {
-  if (current == nullptr || out == nullptr) return 0;
-  *out = current;
+  if (m_current == nullptr || out == nullptr) return 0;
+  *out = m_current;
   return 1;
 }
 
 int CKGenList::GLSetCurrentByAddress(tagHolder* node) {
-  if (head == nullptr) return 0;
+  if (m_head == nullptr) return 0;
   // Trusted: callers hand back a node they got from this list.
-  current = node;
+  m_current = node;
   return 1;
 }

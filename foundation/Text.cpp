@@ -1,19 +1,22 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
 // Last error, comment, tagged line segments and the string toolkit.
+#include <algorithm>
 #include <cctype>
 #include <cerrno>
 #include <cfloat>
 #include <climits>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <string>
 
 #include "KText.h"
+#include "KUtilVersion.h"
 #include "TextDetail.h"
 
+using kutil::detail::copyBounded;
 using kutil::detail::kMaxPath;
 using kutil::detail::kScratch;
 using kutil::detail::orEmpty;
@@ -23,7 +26,7 @@ namespace {
 constexpr int kNoError = 5;
 
 int g_lastError = kNoError;
-char g_comment[kScratch] = "KUtil 1.0.4.401 - utility library of the kaldo 3D desktop";
+char g_comment[kScratch] = "KUtil " KUTIL_VERSION_STRING " - utility library of the kaldo 3D desktop";
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
@@ -37,11 +40,73 @@ char foldForCompare(char c) {
   return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
 }
 
-// Writes text into out, keeping at most limit characters, always terminated.
-void copyBounded(char* out, const std::string& text, std::size_t limit) {
-  std::size_t n = text.size() < limit ? text.size() : limit;
-  std::memcpy(out, text.data(), n);
-  out[n] = '\0';
+// One part of a text being joined: length characters at text (not necessarily terminated).
+struct Piece {
+  const char* text;
+  std::size_t length;
+};
+
+bool overlaps(const char* a, std::size_t aLength, const char* b, std::size_t bLength) {
+  const std::uintptr_t a0 = reinterpret_cast<std::uintptr_t>(a);
+  const std::uintptr_t b0 = reinterpret_cast<std::uintptr_t>(b);
+  return aLength != 0 && bLength != 0 && a0 < b0 + bLength && b0 < a0 + aLength;
+}
+
+// Moves the pieces to their places in out when some order lets none overwrite
+// a piece still to be moved; false (nothing written) when there is none.
+bool movePieces(char* out, Piece (&pieces)[3]) {
+  std::size_t at[3];
+  std::size_t total = 0;
+  for (int i = 0; i < 3; ++i) {
+    at[i] = total;
+    total += pieces[i].length;
+  }
+  int order[3] = {0, 1, 2};
+  do {
+    bool safe = true;
+    for (int k = 0; k < 3 && safe; ++k)
+      for (int later = k + 1; later < 3 && safe; ++later) {
+        const Piece& moved = pieces[order[k]];
+        const Piece& waiting = pieces[order[later]];
+        safe = !overlaps(out + at[order[k]], moved.length, waiting.text, waiting.length);
+      }
+    if (!safe) continue;
+    for (int i : order) std::memmove(out + at[i], pieces[i].text, pieces[i].length);
+    out[total] = '\0';
+    return true;
+  } while (std::next_permutation(order, order + 3));
+  return false;
+}
+
+// Writes the three pieces one after another into out and terminates it. A
+// piece may lie in out itself (a caller may build a text in the buffer that
+// holds one of its parts): the pieces are moved in an order in which none
+// overwrites another still to be moved; where no such order exists a short
+// piece is set aside first, and only failing that is a copy of the whole made
+// on the C heap. False, out untouched, when that copy can't be had.
+bool joinPieces(char* out, Piece (&pieces)[3]) {
+  if (movePieces(out, pieces)) return true;
+  char aside[kScratch];
+  for (Piece& piece : pieces) {
+    if (piece.length >= sizeof aside) continue;
+    const Piece kept = piece;
+    std::memcpy(aside, piece.text, piece.length);
+    piece.text = aside;
+    if (movePieces(out, pieces)) return true;
+    piece = kept;
+  }
+  const std::size_t total = pieces[0].length + pieces[1].length + pieces[2].length;
+  char* copy = static_cast<char*>(std::malloc(total + 1));
+  if (copy == nullptr) return false;
+  std::size_t at = 0;
+  for (const Piece& piece : pieces) {
+    std::memcpy(copy + at, piece.text, piece.length);
+    at += piece.length;
+  }
+  copy[total] = '\0';
+  std::memcpy(out, copy, total + 1);
+  std::free(copy);
+  return true;
 }
 
 }  // namespace
@@ -111,14 +176,13 @@ int KUMkLineSegment(char* out, const char* tag, const char* value, int* length) 
   if (out == nullptr) return 0;
   tag = orEmpty(tag);
   value = orEmpty(value);
-  // Through a string so that value or tag may share storage with out.
-  std::string segment(tag);
-  segment += '[';
-  segment += std::to_string(std::strlen(value));
-  segment += ']';
-  segment += value;
-  std::memcpy(out, segment.c_str(), segment.size() + 1);
-  if (length != nullptr) *length = static_cast<int>(segment.size());
+  const std::size_t valueLength = std::strlen(value);
+  char count[32];
+  std::snprintf(count, sizeof count, "[%zu]", valueLength);
+  Piece pieces[3] = {{tag, std::strlen(tag)}, {count, std::strlen(count)}, {value, valueLength}};
+  const std::size_t total = pieces[0].length + pieces[1].length + valueLength;
+  if (!joinPieces(out, pieces)) return 0;
+  if (length != nullptr) *length = static_cast<int>(total);
   return 1;
 }
 
@@ -283,13 +347,18 @@ int KUStripQuotes(char* text) {
 
 int KUReverse(char* out, const char* in) {
   if (out == nullptr || in == nullptr || in[0] == '\0') return 0;
-  std::string source(in);
-  const std::size_t n = source.size();
-  // The ends stay where they are; only the inside is reversed.
-  std::string result(1, source[0]);
-  for (std::size_t i = n - 1; i-- > 1;) result += source[i];
-  result += source[n - 1];
-  std::memcpy(out, result.c_str(), result.size() + 1);
+  const std::size_t n = std::strlen(in);
+  if (n == 1) {
+    // The first character is also the last, so it is written twice.
+    const char only = in[0];
+    out[0] = only;
+    out[1] = only;
+    out[2] = '\0';
+    return 1;
+  }
+  // The ends stay where they are; only the inside is reversed. out may be in.
+  std::memmove(out, in, n + 1);
+  std::reverse(out + 1, out + n - 1);
   return 1;
 }
 
@@ -312,26 +381,30 @@ int KUSubstitute(char* text, const char* prefix, const char* replacement) {
   if (text == nullptr || prefix == nullptr || text[0] == '\0' || prefix[0] == '\0') return 0;
   const std::size_t prefixLength = std::strlen(prefix);
   if (prefixLength > INT_MAX || KUstrNIcmp(text, prefix, static_cast<int>(prefixLength)) != 1) return 0;
-  char rest[kScratch];
-  KUSafeStrncpy(rest, text + prefixLength, kScratch - 1);
-  std::string result(orEmpty(replacement));
-  result += rest;
-  // The caller's buffer holds 264 characters.
-  copyBounded(text, result, kScratch - 1);
+  // Built aside: replacement may lie in text. The caller's buffer holds 264 characters.
+  char result[kScratch];
+  copyBounded(result, replacement, kScratch - 1);
+  const std::size_t used = std::strlen(result);
+  copyBounded(result + used, text + prefixLength, kScratch - 1 - used);
+  std::memcpy(text, result, std::strlen(result) + 1);
   return 1;
 }
 
 int KUCommandSubstitue(const char* source, const char* token, const char* replacement, char* out) {
   if (out == nullptr) return 0;
-  std::string text(orEmpty(source));
-  std::size_t at = token != nullptr ? text.find(token) : std::string::npos;
-  if (at == std::string::npos) {
-    std::memcpy(out, text.c_str(), text.size() + 1);
+  source = orEmpty(source);
+  const std::size_t sourceLength = std::strlen(source);
+  const char* found = token != nullptr ? std::strstr(source, token) : nullptr;
+  if (found == nullptr) {
+    std::memmove(out, source, sourceLength + 1);
     return 0;
   }
-  std::string result = text.substr(0, at) + orEmpty(replacement) + text.substr(at + std::strlen(token));
-  std::memcpy(out, result.c_str(), result.size() + 1);
-  return 1;
+  const std::size_t at = static_cast<std::size_t>(found - source);
+  const std::size_t after = at + std::strlen(token);
+  replacement = orEmpty(replacement);
+  Piece pieces[3] = {
+      {source, at}, {replacement, std::strlen(replacement)}, {source + after, sourceLength - after}};
+  return joinPieces(out, pieces) ? 1 : 0;
 }
 
 int KUGetSimpleArgument(const char* commandLine, char* out) {

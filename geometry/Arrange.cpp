@@ -3,6 +3,9 @@
 // The arrangement grid only keeps values; its user does the placing.
 
 #include "KArrange.h"
+#include "VectorDetail.h"
+
+using kutil::detail::makeVector;
 
 namespace {
 // Index of each axis in the stored first position (x, z, y order).
@@ -14,12 +17,8 @@ int CKArrange::CAInitialise() {
   m_firstPosition[kX] = 0.0f;
   m_firstPosition[kZ] = -0.4f;
   m_firstPosition[kY] = -0.8f;
-  m_direction[0] = 0.0f;
-  m_direction[1] = 0.0f;
-  m_direction[2] = 1.0f;
-  m_up[0] = 0.0f;
-  m_up[1] = 1.0f;
-  m_up[2] = 0.0f;
+  m_direction = makeVector(0.0, 0.0, 1.0);
+  m_up = makeVector(0.0, 1.0, 0.0);
   m_deltaOrientation = {0, 0.0f};
   m_deltaTranslation = {12, 1.0f};
   m_rowOrientation = {0, 0.0f};
@@ -59,23 +58,15 @@ int CKArrange::CAGetFirstPosition(float* x, float* y, float* z) {
 
 int CKArrange::CASetFirstOrientation(const _D3DVECTOR* direction, const _D3DVECTOR* up) {
   if (!direction || !up) return 0;
-  m_direction[0] = direction->x;
-  m_direction[1] = direction->y;
-  m_direction[2] = direction->z;
-  m_up[0] = up->x;
-  m_up[1] = up->y;
-  m_up[2] = up->z;
+  m_direction = *direction;
+  m_up = *up;
   return 1;
 }
 
 int CKArrange::CAGetFirstOrientation(_D3DVECTOR* direction, _D3DVECTOR* up) {
   if (!direction || !up) return 0;
-  direction->x = m_direction[0];
-  direction->y = m_direction[1];
-  direction->z = m_direction[2];
-  up->x = m_up[0];
-  up->y = m_up[1];
-  up->z = m_up[2];
+  *direction = m_direction;
+  *up = m_up;
   return 1;
 }
 

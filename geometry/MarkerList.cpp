@@ -5,66 +5,50 @@
 #include <cstring>
 #include <new>
 
+#include "GenListInternals.h"
 #include "KMarkerList.h"
-#include "KText.h"
+#include "TextDetail.h"
 
 namespace {
 
 tagMarkerItem* recordOf(void* object) { return static_cast<tagMarkerItem*>(object); }
 
-// One segment and its line feed, each written even if the other is refused.
-void writeLine(FILE* stream, const char* segment) {
-  std::fputs(segment, stream);
-  std::fputc('\n', stream);
-}
-
-void writeText(FILE* stream, const char* tag, const char* value) {
-  char line[KMARKER_NAME_SIZE + 32];
-  int length = 0;
-  KUMkLineSegment(line, tag, value, &length);
-  writeLine(stream, line);
-}
-
-void writeInt(FILE* stream, const char* tag, int value) {
-  char line[64];
-  int length = 0;
-  KUMkNumSegment(line, tag, value, &length);
-  writeLine(stream, line);
-}
-
-void writeFloat(FILE* stream, const char* tag, float value) {
-  // "%.4f" of the largest float has 39 digits before the point.
-  char line[96];
-  int length = 0;
-  KUMkFloatSegment(line, tag, value, &length);
-  writeLine(stream, line);
-}
-
 // A record opens with an empty line. Only the record's final line feed
 // decides whether it was written; a refused write before it is not checked.
 bool writeRecord(FILE* stream, const tagMarkerItem& m) {
+  using kutil::detail::writeSegmentLine;
   std::fputc('\n', stream);
-  writeText(stream, "[MKJ]", "dummy");
-  writeText(stream, "[MKN]", m.name);
-  writeInt(stream, "[MKI]", m.indexNumber);
-  writeInt(stream, "[MKS]", m.sector);
-  writeFloat(stream, "[MKX]", m.position.x);
-  writeFloat(stream, "[MKY]", m.position.y);
-  writeFloat(stream, "[MKZ]", m.position.z);
-  writeFloat(stream, "[MKP]", m.direction.x);
-  writeFloat(stream, "[MKQ]", m.direction.y);
-  writeFloat(stream, "[MKR]", m.direction.z);
-  writeFloat(stream, "[MKA]", m.up.x);
-  writeFloat(stream, "[MKB]", m.up.y);
-  writeFloat(stream, "[MKC]", m.up.z);
-  writeInt(stream, "[MKV]", m.valueV);
-  writeFloat(stream, "[MKO]", m.valueO);
-  writeFloat(stream, "[MKF]", m.valueF);
-  char last[32];
-  int length = 0;
-  KUMkLineSegment(last, "[MKE]", "dummy", &length);
-  std::fputs(last, stream);
-  return std::fputc('\n', stream) != EOF;
+  writeSegmentLine(stream, "[MKJ]", "dummy");
+  writeSegmentLine(stream, "[MKN]", m.name);
+  writeSegmentLine(stream, "[MKI]", m.indexNumber);
+  writeSegmentLine(stream, "[MKS]", m.sector);
+  writeSegmentLine(stream, "[MKX]", m.position.x);
+  writeSegmentLine(stream, "[MKY]", m.position.y);
+  writeSegmentLine(stream, "[MKZ]", m.position.z);
+  writeSegmentLine(stream, "[MKP]", m.direction.x);
+  writeSegmentLine(stream, "[MKQ]", m.direction.y);
+  writeSegmentLine(stream, "[MKR]", m.direction.z);
+  writeSegmentLine(stream, "[MKA]", m.up.x);
+  writeSegmentLine(stream, "[MKB]", m.up.y);
+  writeSegmentLine(stream, "[MKC]", m.up.z);
+  writeSegmentLine(stream, "[MKV]", m.valueV);
+  writeSegmentLine(stream, "[MKO]", m.valueO);
+  writeSegmentLine(stream, "[MKF]", m.valueF);
+  return writeSegmentLine(stream, "[MKE]", "dummy");
+}
+
+// Walks the list from its first marker, each visited one becoming the
+// selection, and hands out the first that matches.
+template <class Match>
+int findMarker(CKMarkerList& list, tagMarkerItem** out, Match matches) {
+  tagMarkerItem* m = nullptr;
+  for (int more = list.MLSelectFirstMarker(&m); more; more = list.MLSelectNextMarker(&m)) {
+    if (matches(*m)) {
+      *out = m;
+      return 1;
+    }
+  }
+  return 0;
 }
 
 }  // namespace
@@ -175,26 +159,13 @@ int CKMarkerList::MLSelectNextMarker(tagMarkerItem** out) {
 
 int CKMarkerList::MLFindMarkerByName(tagMarkerItem** out, const char* name) {
   if (!out || !name) return 0;
-  tagMarkerItem* m = nullptr;
-  for (int more = MLSelectFirstMarker(&m); more; more = MLSelectNextMarker(&m)) {
-    if (std::strncmp(m->name, name, sizeof m->name) == 0) {
-      *out = m;
-      return 1;
-    }
-  }
-  return 0;
+  return findMarker(
+      *this, out, [name](const tagMarkerItem& m) { return std::strncmp(m.name, name, sizeof m.name) == 0; });
 }
 
 int CKMarkerList::MLFindMarkerByNumber(tagMarkerItem** out, int number) {
   if (!out) return 0;
-  tagMarkerItem* m = nullptr;
-  for (int more = MLSelectFirstMarker(&m); more; more = MLSelectNextMarker(&m)) {
-    if (m->indexNumber == number) {
-      *out = m;
-      return 1;
-    }
-  }
-  return 0;
+  return findMarker(*this, out, [number](const tagMarkerItem& m) { return m.indexNumber == number; });
 }
 
 int CKMarkerList::MLUpdateSelectedMarker(const tagMarkerItem* marker, int keepIndex) {
@@ -236,7 +207,8 @@ int CKMarkerList::MLCreateListFromList(const CKMarkerList* source) {
   // (With source == this the list was just emptied: an empty copy.)
   if (!source || !source->m_list) return 1;
   int ok = 1;
-  for (const tagHolder* node = source->m_list->head; node; node = node->next) {
+  for (const tagHolder* node = kutil::detail::Internals<CKGenList>::head(*source->m_list); node;
+       node = node->next) {
     ok = MLAddMarker(recordOf(node->object));
     if (!ok) break;
   }

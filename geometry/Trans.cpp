@@ -6,6 +6,9 @@
 #include <cstring>
 
 #include "KTrans.h"
+#include "VectorDetail.h"
+
+using kutil::detail::makeVector;
 
 namespace {
 
@@ -16,27 +19,15 @@ constexpr double kScreenScale = 0.14705881;  // about 1/6.8 per pixel of view wi
 constexpr double kPi = 3.14159265358979323846;
 constexpr double kDegreesPerRadian = 57.29577951308232;
 
-_D3DVECTOR makeVector(double x, double y, double z) {
-  _D3DVECTOR v;
-  v.x = static_cast<float>(x);
-  v.y = static_cast<float>(y);
-  v.z = static_cast<float>(z);
-  return v;
-}
-
 void setZero(tagKFMATRIX* m) { std::memset(m->m, 0, sizeof m->m); }
 
 }  // namespace
 
 int CKTrans::KTInitialise() {
   m_reserved[0] = m_reserved[1] = m_reserved[2] = 0;
-  m_position[0] = m_position[1] = m_position[2] = 0.0f;
-  m_direction[0] = 0.0f;
-  m_direction[1] = 0.0f;
-  m_direction[2] = 1.0f;
-  m_up[0] = 0.0f;
-  m_up[1] = 1.0f;
-  m_up[2] = 0.0f;
+  m_position = makeVector(0.0, 0.0, 0.0);
+  m_direction = makeVector(0.0, 0.0, 1.0);
+  m_up = makeVector(0.0, 1.0, 0.0);
   m_zoom = 1.1;
   m_spare = 56.5;
   m_view.left = 0;
@@ -60,20 +51,14 @@ int CKTrans::KTInitialise() {
 }
 
 int CKTrans::KTSetCameraPosition(float x, float y, float z) {
-  m_position[0] = x;
-  m_position[1] = y;
-  m_position[2] = z;
+  m_position = makeVector(x, y, z);
   return 1;
 }
 
 int CKTrans::KTSetCameraOrientation(const _D3DVECTOR* direction, const _D3DVECTOR* up) {
   if (!direction || !up) return 0;
-  m_direction[0] = direction->x;
-  m_direction[1] = direction->y;
-  m_direction[2] = direction->z;
-  m_up[0] = up->x;
-  m_up[1] = up->y;
-  m_up[2] = up->z;
+  m_direction = *direction;
+  m_up = *up;
   return 1;
 }
 
@@ -109,18 +94,17 @@ int CKTrans::KTGetFieldOfView(double* fov, double* horizontalFov, float* halfWid
 
 int CKTrans::KTWorld2Screen(_D3DRMVECTOR4D* out, const _D3DVECTOR* world) {
   if (!out || !world) return 0;
-  const _D3DVECTOR back = makeVector(-m_position[0], -m_position[1], -m_position[2]);
+  const _D3DVECTOR back = makeVector(-m_position.x, -m_position.y, -m_position.z);
   KUMtxMakeTranslate(&back, &m_translate);
 
-  const float dx = m_direction[0], dy = m_direction[1], dz = m_direction[2];
+  const float dx = m_direction.x, dy = m_direction.y, dz = m_direction.z;
   KUGetRotationalAngle(dz, dx, &m_yaw);
   KUMtxMakeYRot(-m_yaw, &m_yawMatrix);
   const double level = std::sqrt(static_cast<double>(dx) * dx + static_cast<double>(dz) * dz);
   KUGetRotationalAngle(static_cast<float>(level), dy, &m_pitch);
   KUMtxMakeXRot(m_pitch, &m_pitchMatrix);
 
-  const _D3DVECTOR up = makeVector(m_up[0], m_up[1], m_up[2]);
-  KUMtxMultiplyVect(&up, &m_yawMatrix, &m_scratch[0]);
+  KUMtxMultiplyVect(&m_up, &m_yawMatrix, &m_scratch[0]);
   KUMtxMultiplyVect(&m_scratch[0], &m_pitchMatrix, &m_scratch[1]);
   KUGetRotationalAngle(m_scratch[1].y, m_scratch[1].x, &m_roll);
   KUMtxMakeZRot(m_roll, &m_rollMatrix);
@@ -151,8 +135,7 @@ int CKTrans::KTWorld2Screen(_D3DRMVECTOR4D* out, const _D3DVECTOR* world) {
 int CKTrans::KTScreen2World(_D3DVECTOR* out, const _D3DRMVECTOR4D* screen) {
   if (!out || !screen) return 0;
   tagKFMATRIX T, Y, X, Z, Q;
-  const _D3DVECTOR pos = makeVector(m_position[0], m_position[1], m_position[2]);
-  KUMtxMakeTranslate(&pos, &T);
+  KUMtxMakeTranslate(&m_position, &T);
   KUMtxMakeYRot(m_yaw, &Y);
   KUMtxMakeXRot(-m_pitch, &X);
   KUMtxMakeZRot(-m_roll, &Z);

@@ -7,6 +7,9 @@
 #include <cmath>
 
 #include "KVector.h"
+#include "VectorDetail.h"
+
+using kutil::detail::makeVector;
 
 namespace {
 
@@ -28,14 +31,6 @@ void store(_D3DVECTOR* out, const Vec3& v) {
   out->x = static_cast<float>(v.x);
   out->y = static_cast<float>(v.y);
   out->z = static_cast<float>(v.z);
-}
-
-_D3DVECTOR makeVector(double x, double y, double z) {
-  _D3DVECTOR v;
-  v.x = static_cast<float>(x);
-  v.y = static_cast<float>(y);
-  v.z = static_cast<float>(z);
-  return v;
 }
 
 double length(const Vec3& v) { return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z); }
@@ -535,13 +530,12 @@ int KUGetNextPowerUp(int n, int* out) {
 
 namespace {
 
-// Roll of the frame (d, u) (unit copies) about its forward axis, or false
-// when the frame is degenerate. vertical is set to 1 for a frame looking
-// straight up, 0 for straight down, and left at -1 otherwise.
-bool frameRoll(const _D3DVECTOR& d, const _D3DVECTOR& u, double* roll, int* vertical) {
-  _D3DVECTOR side = makeVector(0.0, 0.0, 0.0);
-  if (KUVectorCrossProduct(&u, &d, &side)) KUVectorNormalise(&side);
-
+// The roll of a frame that looks straight up or down, or whose up or
+// forward axis lies along world up or in the horizontal plane; false for any
+// other frame. vertical is set to 1 for a frame looking straight up and 0 for
+// one looking straight down.
+bool axisAlignedRoll(const _D3DVECTOR& d, const _D3DVECTOR& u, const _D3DVECTOR& side, double* roll,
+                     int* vertical) {
   if (strictlyWithin(d.y, 0.999, 1.001)) {
     KUGetRotationalAngle(u.z, u.x, roll);
     *roll -= kPi;
@@ -565,7 +559,13 @@ bool frameRoll(const _D3DVECTOR& d, const _D3DVECTOR& u, double* roll, int* vert
     *roll = strictlyWithin(side.y, 0.999, 1.001) ? kPi / 2.0 : -kPi / 2.0;
     return true;
   }
+  return false;
+}
 
+// The up vector of the frame (d, u) without its roll: the direction of the
+// plane through the origin, up and side that leans toward world up. False
+// when the frame is degenerate.
+bool unrolledUp(const _D3DVECTOR& d, const _D3DVECTOR& u, const _D3DVECTOR& side, _D3DVECTOR* w) {
   // The plane a*x + b*y + c*z = d through the origin, up and side; its normal
   // is up x side, so d is 0.
   const Vec3 up = load(u), sd = load(side);
@@ -576,11 +576,8 @@ bool frameRoll(const _D3DVECTOR& d, const _D3DVECTOR& u, double* roll, int* vert
   // Up along dir leaves no side axis and so no plane: the frame is degenerate.
   if (n == 0.0) return false;
 
-  // w: the plane's direction that leans toward world up, i.e. the up vector
-  // of the same frame without roll.
-  _D3DVECTOR w;
   if (strictlyWithin(b / n, -kPlaneTol, kPlaneTol)) {
-    w = makeVector(0.0, 1.0, 0.0);
+    *w = makeVector(0.0, 1.0, 0.0);
   } else {
     double x = 1.0, z = 1.0;
     if (strictlyWithin(d.x, -kEqualTol, kEqualTol))
@@ -588,30 +585,42 @@ bool frameRoll(const _D3DVECTOR& d, const _D3DVECTOR& u, double* roll, int* vert
     else
       z = static_cast<double>(d.z) / d.x;
     if (strictlyWithin(b, -kPlaneTol, kPlaneTol)) return false;
-    w = makeVector(x, (0.0 - a * x - c * z) / b, z);
-    KUVectorNormalise(&w);
+    *w = makeVector(x, (0.0 - a * x - c * z) / b, z);
+    KUVectorNormalise(w);
   }
-  if (w.y < 0.0f) w = makeVector(-w.x, -w.y, -w.z);
+  if (w->y < 0.0f) *w = makeVector(-w->x, -w->y, -w->z);
+  return true;
+}
 
+// The roll that turns the unrolled up vector w into the frame's up u about d.
+double rollFromUnrolledUp(const _D3DVECTOR& d, const _D3DVECTOR& u, const _D3DVECTOR& w) {
   _D3DVECTOR axis;
   double angle = 0.0;
   // A rotation too small for the cross-product test keeps kind 1 (no roll).
   int kind = 1;
   KUVectorGetRotation(&w, &u, &axis, &angle, &kind);
-  if (kind == 0) {
-    *roll = kPi;
-  } else if (kind == 1) {
-    *roll = 0.0;
-  } else {
-    // The sign of the angle depends on the axis found; check it against dir:
-    // if turning up by the angle lands on w, the roll is the opposite turn.
-    _D3DVECTOR turned;
-    KUVectorRotate(&turned, &u, &d, static_cast<float>(angle));
-    // Otherwise the angle is kept, even when w is world up standing in for a
-    // plane that is only nearly vertical and the kept sign mirrors the roll:
-    // hosts have stored frames computed this way.
-    *roll = KUIsSameVectorAPPROX(&turned, &w) ? -angle : angle;
-  }
+  if (kind == 0) return kPi;
+  if (kind == 1) return 0.0;
+  // The sign of the angle depends on the axis found; check it against dir:
+  // if turning up by the angle lands on w, the roll is the opposite turn.
+  _D3DVECTOR turned;
+  KUVectorRotate(&turned, &u, &d, static_cast<float>(angle));
+  // Otherwise the angle is kept, even when w is world up standing in for a
+  // plane that is only nearly vertical and the kept sign mirrors the roll:
+  // hosts have stored frames computed this way.
+  return KUIsSameVectorAPPROX(&turned, &w) ? -angle : angle;
+}
+
+// Roll of the frame (d, u) (unit copies) about its forward axis, or false
+// when the frame is degenerate. vertical is set to 1 for a frame looking
+// straight up, 0 for straight down, and left at -1 otherwise.
+bool frameRoll(const _D3DVECTOR& d, const _D3DVECTOR& u, double* roll, int* vertical) {
+  _D3DVECTOR side = makeVector(0.0, 0.0, 0.0);
+  if (KUVectorCrossProduct(&u, &d, &side)) KUVectorNormalise(&side);
+  if (axisAlignedRoll(d, u, side, roll, vertical)) return true;
+  _D3DVECTOR w;
+  if (!unrolledUp(d, u, side, &w)) return false;
+  *roll = rollFromUnrolledUp(d, u, w);
   return true;
 }
 

@@ -57,6 +57,8 @@ class KUTIL_API CKArrange {
   int CAGetDColTranslation(int* selector, float* amount);
 
  private:
+  friend struct kutil::detail::Internals<CKArrange>;
+
   /// A step: what kind of change (the application's selector) and how much.
   struct Step {
     int selector;  ///< meaning defined by the laying-out application
@@ -65,8 +67,8 @@ class KUTIL_API CKArrange {
 
   int m_itemType{};            ///< item type, -1 when unset
   float m_firstPosition[3]{};  ///< first position stored x, z, y (raw copies of the record rely on it)
-  float m_direction[3]{};      ///< first orientation, direction
-  float m_up[3]{};             ///< first orientation, up
+  _D3DVECTOR m_direction{};    ///< first orientation, direction
+  _D3DVECTOR m_up{};           ///< first orientation, up
   Step m_deltaOrientation{};   ///< per-item orientation step
   Step m_deltaTranslation{};   ///< per-item translation step
   Step m_rowOrientation{};     ///< row orientation step

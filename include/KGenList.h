@@ -16,7 +16,7 @@ struct tagHolder {
 class KUTIL_API CKGenList {
  public:
   /// An empty list, so that destroying it at once is safe; call GLInitialise before any other method.
-  CKGenList() : head(nullptr), current(nullptr) {}
+  CKGenList() : m_head(nullptr), m_current(nullptr) {}
   /// Frees every node (not the objects).
   ~CKGenList();
   CKGenList(const CKGenList&) = delete;
@@ -40,6 +40,9 @@ class KUTIL_API CKGenList {
   /// Sets the cursor to node (not checked, null clears it); 0 with nothing changed on an empty list.
   int GLSetCurrentByAddress(tagHolder* node);
 
-  tagHolder* head;     ///< first node, null when empty
-  tagHolder* current;  ///< the cursor, null when nothing is selected
+ private:
+  friend struct kutil::detail::Internals<CKGenList>;
+
+  tagHolder* m_head;     ///< first node, null when empty
+  tagHolder* m_current;  ///< the cursor, null when nothing is selected
 };

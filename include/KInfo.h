@@ -8,7 +8,9 @@
 
 #include "KUtilBase.h"
 
-/// One message text for one info-message id; a node of CKaldoInfo's list (header-only record).
+/// One message text for one info-message id; a node of CKaldoInfo's list. A record the API hands
+/// out (KICreateInfoSheet gives the caller one to own, KIWriteSingleSheet writes one), so its fields
+/// are public; it has no behaviour and nothing of it is exported.
 class CInfoSheet {
  public:
   std::string m_text;            ///< the message text
@@ -87,6 +89,8 @@ class KUTIL_API CKaldoInfo {
   int KIdxrval2kwinfo(long result);
 
  private:
+  friend struct kutil::detail::Internals<CKaldoInfo>;
+
   CInfoSheet* findSheet(unsigned int id) const;
   void appendSheet(CInfoSheet* sheet);
   int writeLogEntry(const char* message);

@@ -77,6 +77,8 @@ class KUTIL_API CKMarkerList {
   int MLSaveToFile(FILE* stream);
 
  private:
+  friend struct kutil::detail::Internals<CKMarkerList>;
+
   void selectFirst();
 
   CKGenList* m_list;          ///< the records, created by the first add; null before

@@ -33,6 +33,8 @@ class KUTIL_API CKSound {
   int SOClearSound();
 
  private:
+  friend struct kutil::detail::Internals<CKSound>;
+
   struct BackgroundEntry;
   void emptyBackgroundList();
 

@@ -38,6 +38,8 @@ class KUTIL_API CKSplash {
   int SPPaint(KUPaintDC dc);
 
  private:
+  friend struct kutil::detail::Internals<CKSplash>;
+
   void drawLine(KUPaintDC dc, int x, int y, const char* text);
   void drawProgress(KUPaintDC dc);
 

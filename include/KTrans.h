@@ -34,13 +34,15 @@ class KUTIL_API CKTrans {
   int KTScreen2World(_D3DVECTOR* out, const _D3DRMVECTOR4D* screen);
 
  private:
+  friend struct kutil::detail::Internals<CKTrans>;
+
   void fieldOfView(double* fov, double* horizontalFov, float* halfWidth, float* halfHeight,
                    double* aspect) const;
 
   int m_reserved[3]{};          ///< unused words kept for record compatibility
-  float m_position[3]{};        ///< camera position
-  float m_direction[3]{};       ///< camera direction, not normalised
-  float m_up[3]{};              ///< camera up, not normalised
+  _D3DVECTOR m_position{};      ///< camera position
+  _D3DVECTOR m_direction{};     ///< camera direction, not normalised
+  _D3DVECTOR m_up{};            ///< camera up, not normalised
   double m_zoom{};              ///< zoom factor
   double m_spare{};             ///< a setting this class does not read
   RECT m_view{};                ///< view rectangle

@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "Boundary.h"
 #include "KFile.h"
 #include "KNormalise.h"
 #include "KPathVars.h"
@@ -43,9 +44,7 @@ LineEdit changedIfDifferent(const char* before, const char* after) {
   return std::strcmp(before, after) != 0 ? LineEdit::changed : LineEdit::kept;
 }
 
-}  // namespace
-
-int KUConvertANBToRelative(const char* path) {
+int convertAnimation(const char* path) {
   if (!isAnimation(path) || KUIsVariablised(path)) return 1;
   return rewriteAnimation(path, [](char* line) {
     char before[kListLineCapacity];
@@ -55,7 +54,7 @@ int KUConvertANBToRelative(const char* path) {
   });
 }
 
-int KUCopyANBFileParts(const char* path, const char* target) {
+int copyAnimationParts(const char* path, const char* target) {
   if (!isAnimation(path) || KUIsVariablised(path)) return 1;
   if (target == nullptr || target[0] == '\0') return 1;
   return rewriteAnimation(path, [target](char* line) {
@@ -70,10 +69,26 @@ int KUCopyANBFileParts(const char* path, const char* target) {
   });
 }
 
-int KUDeRelativiseANB(const char* texture, const char* variable, const char* directory) {
+int deRelativiseAnimation(const char* texture, const char* variable, const char* directory) {
   if (!isAnimation(texture)) return 1;
   return rewriteAnimation(texture, [variable, directory](char* line) {
     if (!KUIsVariablised(line)) return LineEdit::kept;
     return KUSubstitute4Variable(line, variable, directory) ? LineEdit::changed : LineEdit::kept;
   });
+}
+
+}  // namespace
+
+// The temporary name and the rewrite are standard-library objects: out of
+// memory they throw, before any file is touched, and the call reports 0.
+int KUConvertANBToRelative(const char* path) {
+  return kutil::detail::guarded([&] { return convertAnimation(path); });
+}
+
+int KUCopyANBFileParts(const char* path, const char* target) {
+  return kutil::detail::guarded([&] { return copyAnimationParts(path, target); });
+}
+
+int KUDeRelativiseANB(const char* texture, const char* variable, const char* directory) {
+  return kutil::detail::guarded([&] { return deRelativiseAnimation(texture, variable, directory); });
 }

@@ -3,7 +3,6 @@
 // Copying a file that a behaviour, shape or list file references into the
 // directory of a package being gathered.
 #include <cstring>
-#include <string>
 
 #include "KFile.h"
 #include "KNormalise.h"
@@ -24,20 +23,27 @@ int KUCopyToTarget(const char* source, const char* targetDir, char* out) {
   KUSetComment(source);
   kutil::platform::SplitPath parts;
   kutil::platform::splitPath(source, &parts);
-  std::string newName = std::string(targetDir) + parts.name + parts.ext;
   // A name that would not fit the caller's path buffer cannot be handed back.
-  if (newName.size() > static_cast<std::size_t>(kScratch - 1)) return 0;
+  const std::size_t dirLength = std::strlen(targetDir);
+  const std::size_t nameLength = std::strlen(parts.name);
+  const std::size_t extLength = std::strlen(parts.ext);
+  if (dirLength + nameLength + extLength > static_cast<std::size_t>(kScratch - 1)) return 0;
+  // Built aside: out may be source itself (a list line rewritten in place).
+  char newName[kScratch];
+  std::memcpy(newName, targetDir, dirLength);
+  std::memcpy(newName + dirLength, parts.name, nameLength);
+  std::memcpy(newName + dirLength + nameLength, parts.ext, extLength + 1);
   int result;
   if (KUIsFileReadable(source)) {
-    if (kutil::platform::copyFile(source, newName.c_str(), true)) {
-      if (KUFileHasSkyEnding(newName.c_str())) KUCopySkyBoxFaces(source, newName.c_str());
+    if (kutil::platform::copyFile(source, newName, true)) {
+      if (KUFileHasSkyEnding(newName)) KUCopySkyBoxFaces(source, newName);
       result = 1;
     } else {
-      result = KUIsFileReadable(newName.c_str());  // already there
+      result = KUIsFileReadable(newName);  // already there
     }
   } else {
-    result = KUIsFileReadable(newName.c_str());
+    result = KUIsFileReadable(newName);
   }
-  std::memcpy(out, newName.c_str(), newName.size() + 1);
+  std::memcpy(out, newName, std::strlen(newName) + 1);
   return result;
 }

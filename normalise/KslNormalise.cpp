@@ -13,19 +13,20 @@
 #include <cstdio>
 #include <cstring>
 
+#include "Boundary.h"
 #include "KFile.h"
 #include "KNormalise.h"
 #include "KPathVars.h"
 #include "KText.h"
 #include "LineFile.h"
 #include "OsFileSystem.h"
+#include "TextDetail.h"
 
+using kutil::detail::isEmpty;
 using kutil::detail::LineEdit;
 using kutil::detail::RewriteOutcome;
 
 namespace {
-
-bool isEmpty(const char* text) { return text == nullptr || text[0] == '\0'; }
 
 const char* const kAppend = "a+";
 
@@ -38,23 +39,7 @@ int replaceList(const char* path, const std::string& temp) {
   return result;
 }
 
-}  // namespace
-
-int KUIsKSLFileNormalised(const char* path) {
-  if (isEmpty(path)) return 0;
-  std::FILE* file = std::fopen(path, "r");
-  if (file == nullptr) return 0;
-  char line[kutil::detail::kListLineCapacity];
-  int result = 0;
-  while (result == 0 && std::fgets(line, kutil::detail::kListLineBuffer, file) != nullptr) {
-    KUNoNewLine(line);
-    if (kutil::detail::isNameLine(line) && KUIsVariablised(line)) result = 1;
-  }
-  std::fclose(file);
-  return result;
-}
-
-int KUConvertKSLToRelative(const char* path) {
+int convertList(const char* path) {
   if (isEmpty(path)) return 1;
   KUSetComment(path);
   const std::string temp = kutil::detail::temporaryName(path);
@@ -76,7 +61,7 @@ int KUConvertKSLToRelative(const char* path) {
   return 1;
 }
 
-int KUDeRelativiseKSL(const char* path, const char* variable, const char* value) {
+int deRelativiseList(const char* path, const char* variable, const char* value) {
   if (isEmpty(path)) return 1;
   const std::string temp = kutil::detail::temporaryName(path);
   RewriteOutcome outcome = kutil::detail::copyLinesThrough(path, temp, kAppend, [&](char* line) {
@@ -93,7 +78,7 @@ int KUDeRelativiseKSL(const char* path, const char* variable, const char* value)
   return result;
 }
 
-int KUCopyKSLFileParts(const char* path, const char* targetDir) {
+int copyListParts(const char* path, const char* targetDir) {
   if (isEmpty(path) || KUIsVariablised(path)) return 1;
   KUSetComment(path);
   const std::string temp = kutil::detail::temporaryName(path);
@@ -108,4 +93,34 @@ int KUCopyKSLFileParts(const char* path, const char* targetDir) {
     return 0;
   }
   return replaceList(path, temp);
+}
+
+}  // namespace
+
+int KUIsKSLFileNormalised(const char* path) {
+  if (isEmpty(path)) return 0;
+  std::FILE* file = std::fopen(path, "r");
+  if (file == nullptr) return 0;
+  char line[kutil::detail::kListLineCapacity];
+  int result = 0;
+  while (result == 0 && std::fgets(line, kutil::detail::kListLineBuffer, file) != nullptr) {
+    KUNoNewLine(line);
+    if (kutil::detail::isNameLine(line) && KUIsVariablised(line)) result = 1;
+  }
+  std::fclose(file);
+  return result;
+}
+
+// The temporary name and the rewrite are standard-library objects: out of
+// memory they throw, before any file is touched, and the call reports 0.
+int KUConvertKSLToRelative(const char* path) {
+  return kutil::detail::guarded([&] { return convertList(path); });
+}
+
+int KUDeRelativiseKSL(const char* path, const char* variable, const char* value) {
+  return kutil::detail::guarded([&] { return deRelativiseList(path, variable, value); });
+}
+
+int KUCopyKSLFileParts(const char* path, const char* targetDir) {
+  return kutil::detail::guarded([&] { return copyListParts(path, targetDir); });
 }

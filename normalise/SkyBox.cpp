@@ -13,6 +13,7 @@
 #include <cstring>
 #include <string>
 
+#include "Boundary.h"
 #include "KFile.h"
 #include "KNormalise.h"
 #include "OsFileSystem.h"
@@ -45,12 +46,15 @@ bool sameFace(const std::string& name, const char* face) {
 
 int KUCopySkyBoxFaces(const char* sourceFace, const char* newName) {
   if (!KUFileHasSkyEnding(sourceFace) || !KUFileHasSkyEnding(newName)) return 0;
-  const std::string source(sourceFace);
-  const std::string target(newName);
-  for (const char* face : kFaces) {
-    if (sameFace(source, face)) continue;
-    // Missing faces and faces already in place both just fail the copy.
-    kutil::platform::copyFile(withFace(source, face).c_str(), withFace(target, face).c_str(), true);
-  }
-  return 1;
+  // The face names are strings: out of memory the faces not yet copied are left out, and 0 says so.
+  return kutil::detail::guarded([&] {
+    const std::string source(sourceFace);
+    const std::string target(newName);
+    for (const char* face : kFaces) {
+      if (sameFace(source, face)) continue;
+      // Missing faces and faces already in place both just fail the copy.
+      kutil::platform::copyFile(withFace(source, face).c_str(), withFace(target, face).c_str(), true);
+    }
+    return 1;
+  });
 }

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 // The registry operations the settings code needs, in the shape of the Win32
 // registry API: keys are opened and closed through handles, values are typed,
-// results are Win32 error codes (0 = ERROR_SUCCESS).
+// results are Win32 error codes (0 = ERROR_SUCCESS). Like the Win32 API, no
+// call throws: running out of memory is ERROR_OUTOFMEMORY.
 #pragma once
 #include "KUtilBase.h"
 
@@ -13,6 +14,7 @@ constexpr long kRegOk = 0;             ///< ERROR_SUCCESS
 constexpr long kRegNotFound = 2;       ///< ERROR_FILE_NOT_FOUND
 constexpr long kRegAccessDenied = 5;   ///< ERROR_ACCESS_DENIED
 constexpr long kRegBadHandle = 6;      ///< ERROR_INVALID_HANDLE
+constexpr long kRegOutOfMemory = 14;   ///< ERROR_OUTOFMEMORY
 constexpr long kRegBadParameter = 87;  ///< ERROR_INVALID_PARAMETER
 constexpr long kRegMoreData = 234;     ///< ERROR_MORE_DATA
 constexpr long kRegNoMoreItems = 259;  ///< ERROR_NO_MORE_ITEMS

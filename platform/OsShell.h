@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
-// The desktop shell and system services the shell helpers need.
+// The desktop shell and system services the shell helpers need. No call
+// throws: running out of memory is a failure like any other.
 #pragma once
 #include "KUtilBase.h"
 

@@ -5,14 +5,19 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
 #include <string>
-#include <vector>
 
+#include "Boundary.h"
+#include "FileDetail.h"
 #include "KFile.h"
 #include "KInfo.h"
 #include "KText.h"
 #include "OsMessage.h"
+#include "TextDetail.h"
+
+using kutil::detail::copyBounded;
 
 namespace {
 
@@ -32,8 +37,6 @@ constexpr long kLogKeptLines = 500;
 
 KUMessageSink g_sink = nullptr;
 CKaldoInfo* g_stringTable = nullptr;
-
-void copyBounded(char* out, const char* in, int limit) { KUSafeStrncpy(out, in ? in : "", limit); }
 
 }  // namespace
 
@@ -114,12 +117,9 @@ int CKaldoInfo::KIWriteSingleSheet(FILE* stream, CInfoSheet* sheet) {
   int length = 0;
   char idSegment[64];
   KUMkNumSegment(idSegment, "[iid]", static_cast<int>(sheet->m_id), &length);
-  std::vector<char> textSegment(sheet->m_text.size() + 32);
-  KUMkLineSegment(textSegment.data(), "[itx]", sheet->m_text.c_str(), &length);
-  std::string line = idSegment;
-  line += textSegment.data();
-  line += '\n';
-  return std::fputs(line.c_str(), stream) >= 0 ? 1 : 0;
+  // The "[itx]" segment goes straight to the stream: a text has no length limit.
+  const char* text = sheet->m_text.c_str();
+  return std::fprintf(stream, "%s[itx][%zu]%s\n", idSegment, std::strlen(text), text) >= 0 ? 1 : 0;
 }
 
 int CKaldoInfo::KINewInfoSheet(const char* text, unsigned int id) {
@@ -131,15 +131,13 @@ int CKaldoInfo::KINewInfoSheet(const char* text, unsigned int id) {
 
 int CKaldoInfo::KICreateInfoSheet(const char* text, unsigned int id, CInfoSheet** sheet) {
   if (!text || !sheet) return 0;
-  try {
-    CInfoSheet* made = new CInfoSheet;
+  return kutil::detail::guarded([&] {
+    std::unique_ptr<CInfoSheet> made(new CInfoSheet);
     made->m_text = text;
     made->m_id = id;
-    *sheet = made;
+    *sheet = made.release();
     return 1;
-  } catch (const std::bad_alloc&) {
-    return 0;
-  }
+  });
 }
 
 int CKaldoInfo::writeLogEntry(const char* message) {
@@ -149,15 +147,10 @@ int CKaldoInfo::writeLogEntry(const char* message) {
     KUClipFile(m_logFileName, static_cast<int>(lines - kLogKeptLines), static_cast<int>(lines));
   }
   char stamp[264];
-  std::string head = KUGetTimeStamp(stamp) ? std::string(stamp) : std::string("<Unable to get time> : ");
-  head += "MESSAGE: ";
-  head += message;
-  head += '\n';
-  if (!KUAppendLine(m_logFileName, head.c_str())) return 0;
+  const char* when = KUGetTimeStamp(stamp) ? stamp : "<Unable to get time> : ";
+  if (!kutil::detail::appendTexts(m_logFileName, {when, "MESSAGE: ", message, "\n"})) return 0;
   KUAppendLine(m_logFileName, "COMMENT: ");
-  std::string tail = m_comment;
-  tail += "\n\n";
-  KUAppendLine(m_logFileName, tail.c_str());
+  kutil::detail::appendTexts(m_logFileName, {m_comment, "\n\n"});
   return 1;
 }
 
@@ -187,11 +180,10 @@ int CKaldoInfo::KIGetInfoText(char* out) {
   return sheet ? 1 : 0;
 }
 
-int CKaldoInfo::KIGetInfoText(std::string text) {
-  // The string is a copy: the caller learns only whether the id has a text.
-  const CInfoSheet* sheet = findSheet(m_currentId);
-  text = sheet ? sheet->m_text : std::string(kNoMessage);
-  return sheet ? 1 : 0;
+int CKaldoInfo::KIGetInfoText(std::string /*text*/) {
+  // The string is the caller's copy, so nothing written to it would be seen:
+  // the caller learns only whether the id has a text.
+  return findSheet(m_currentId) ? 1 : 0;
 }
 
 int CKaldoInfo::KISetInfoText(std::string text) {
@@ -246,11 +238,15 @@ int CKaldoInfo::KIGetComment(char* out) {
 }
 
 int CKaldoInfo::KICatComment(const char* text) {
-  // The nine blanks line the new part up under the "COMMENT: " label.
-  std::string grown = m_comment;
-  grown += "\n         ";
-  grown += text ? text : "";
-  copyBounded(m_comment, grown.c_str(), kCommentLimit);
+  // The nine blanks line the new part up under the "COMMENT: " label. Built
+  // aside, so that text may be the comment itself.
+  char grown[kCommentLimit + 1];
+  copyBounded(grown, m_comment, kCommentLimit);
+  std::size_t used = std::strlen(grown);
+  copyBounded(grown + used, "\n         ", kCommentLimit - used);
+  used = std::strlen(grown);
+  copyBounded(grown + used, text, kCommentLimit - used);
+  std::memcpy(m_comment, grown, std::strlen(grown) + 1);
   return 1;
 }
 

@@ -4,7 +4,6 @@
 // the system version, write-permission probes and screen savers.
 #include <cstdio>
 #include <cstring>
-#include <string>
 
 #include "KFile.h"
 #include "KRegistry.h"
@@ -78,14 +77,17 @@ int specialFolder(Folder which, HWND owner, char* out) {
   return 1;
 }
 
+// Room for the screen-saver folder, a separator and a last path element, each at most 260 characters.
+constexpr int kTargetSize = 2 * kCacheSize;
+
 // The screen-saver folder joined with the file's last path element.
-bool screenSaverTarget(const char* screenSaverFile, std::string* target) {
+bool screenSaverTarget(const char* screenSaverFile, char (&target)[kTargetSize]) {
   if (!screenSaverFile || !*screenSaverFile) return false;
-  char name[264];
+  char name[kCacheSize];
   if (!KUGetLastPathElement(name, screenSaverFile)) return false;
-  char dir[264];
+  char dir[kCacheSize];
   if (!pf::screenSaverDirectory(dir)) return false;
-  *target = std::string(dir) + pf::pathSeparator() + name;
+  std::snprintf(target, sizeof target, "%s%c%s", dir, pf::pathSeparator(), name);
   return true;
 }
 
@@ -193,11 +195,12 @@ int KUHasRegistryWritePerms() {
 int KUHasStartMenuWritePerms(HWND owner) {
   char dir[kCacheSize];
   if (!KUGetCommonStartMenuDir(owner, dir)) return 0;
-  const std::string probe = std::string(dir) + pf::pathSeparator() + "MORVTEST.KWQ";
-  FILE* f = std::fopen(probe.c_str(), "a+");
+  char probe[kCacheSize + 16];
+  std::snprintf(probe, sizeof probe, "%s%cMORVTEST.KWQ", dir, pf::pathSeparator());
+  FILE* f = std::fopen(probe, "a+");
   if (!f) return 0;
   std::fclose(f);
-  pf::deleteFile(probe.c_str());
+  pf::deleteFile(probe);
   return 1;
 }
 
@@ -210,19 +213,19 @@ int KUGetScreenSaverDirectory(char* out) {
 }
 
 int KUSetScreenSaver(const char* screenSaverFile) {
-  std::string target;
-  if (!screenSaverTarget(screenSaverFile, &target)) return 0;
-  return pf::copyFile(screenSaverFile, target.c_str(), false) ? 1 : 0;
+  char target[kTargetSize];
+  if (!screenSaverTarget(screenSaverFile, target)) return 0;
+  return pf::copyFile(screenSaverFile, target, false) ? 1 : 0;
 }
 
 int KUIsScreenSaver(const char* screenSaverFile) {
-  std::string target;
-  if (!screenSaverTarget(screenSaverFile, &target)) return 0;
-  return KUIsFileReadable(target.c_str());
+  char target[kTargetSize];
+  if (!screenSaverTarget(screenSaverFile, target)) return 0;
+  return KUIsFileReadable(target);
 }
 
 int KUDeleteScreenSaver(const char* screenSaverFile) {
-  std::string target;
-  if (!screenSaverTarget(screenSaverFile, &target)) return 0;
-  return pf::deleteFile(target.c_str()) ? 1 : 0;
+  char target[kTargetSize];
+  if (!screenSaverTarget(screenSaverFile, target)) return 0;
+  return pf::deleteFile(target) ? 1 : 0;
 }

@@ -13,6 +13,9 @@
 #include "KText.h"
 #include "OsSound.h"
 #include "TestHooks.h"
+#include "TextDetail.h"
+
+using kutil::detail::copyBounded;
 
 namespace {
 
@@ -26,8 +29,6 @@ constexpr unsigned int kUrgentFlags = pf::kSoundFilename | pf::kSoundAsync;     
 int platformPlayer(const char* file, unsigned int flags) { return pf::playSound(file, flags) ? 1 : 0; }
 
 kutil::detail::SoundPlayer g_player = platformPlayer;
-
-void setText(char* field, const char* text) { KUSafeStrncpy(field, text ? text : "", kFileLimit); }
 
 }  // namespace
 
@@ -94,7 +95,7 @@ int CKSound::SOIsSoundEnabled() { return m_enabled; }
 int CKSound::SOLoadBackgroundList(const char* path, int frequency) {
   emptyBackgroundList();
   if (!path || !*path) return 0;
-  setText(m_backgroundPath, path);
+  copyBounded(m_backgroundPath, path, kFileLimit);
   m_backgroundFrequency = frequency;
   FILE* in = std::fopen(path, "r");
   if (!in) return 0;
@@ -105,7 +106,7 @@ int CKSound::SOLoadBackgroundList(const char* path, int frequency) {
     if (line[0] == '\0' || line[0] == '#' || KUIsAllSpaces(line) || !KUIsFileReadable(line)) continue;
     BackgroundEntry* entry = new (std::nothrow) BackgroundEntry;
     if (!entry) continue;
-    setText(entry->file, line);
+    copyBounded(entry->file, line, kFileLimit);
     if (last) {
       last->next = entry;
     } else {
@@ -122,10 +123,10 @@ int CKSound::SOLoadBackgroundList(const char* path, int frequency) {
 int CKSound::SORequestSound(const char* file, int priority) {
   if (m_current[0] == '\0' || priority > m_currentPriority) {
     // A more urgent sound supersedes the current one, which is dropped, not queued.
-    setText(m_current, file);
+    copyBounded(m_current, file, kFileLimit);
     m_currentPriority = priority;
   } else if (m_queued[0] == '\0' || m_queuedPriority < priority) {
-    setText(m_queued, file);
+    copyBounded(m_queued, file, kFileLimit);
     m_queuedPriority = priority;
   }
   return 1;
@@ -145,10 +146,10 @@ int CKSound::SOPlaySound() {
     } else {
       m_cursor = entry;
       if (m_current[0] == '\0') {
-        setText(m_current, entry->file);
+        copyBounded(m_current, entry->file, kFileLimit);
         m_currentPriority = 0;
       } else {
-        setText(m_queued, entry->file);
+        copyBounded(m_queued, entry->file, kFileLimit);
         m_queuedPriority = 0;
       }
     }

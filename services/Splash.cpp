@@ -3,9 +3,11 @@
 // The splash screen: texts and a progress bar at fixed pixel positions, in
 // the desktop's own colours.
 #include "KSplash.h"
-#include "KText.h"
 #include "OsPaint.h"
 #include "TestHooks.h"
+#include "TextDetail.h"
+
+using kutil::detail::copyBounded;
 
 namespace {
 
@@ -21,8 +23,6 @@ kutil::detail::SysColourProvider g_colours = pf::systemColour;
 COLORREF rgb(COLORREF colour) { return colour & 0x00FFFFFFu; }
 
 int paintThunk(KUPaintDC dc, void* splash) { return static_cast<CKSplash*>(splash)->SPPaint(dc); }
-
-void setText(char* field, const char* text) { KUSafeStrncpy(field, text ? text : "", kTextLimit); }
 
 }  // namespace
 
@@ -74,17 +74,17 @@ int CKSplash::SPSetDisplayMode(int mode) {
 }
 
 int CKSplash::SPSetText(const char* text) {
-  setText(m_text, text);
+  copyBounded(m_text, text, kTextLimit);
   return 1;
 }
 
 int CKSplash::SPSetComment(const char* text) {
-  setText(m_comment, text);
+  copyBounded(m_comment, text, kTextLimit);
   return 1;
 }
 
 int CKSplash::SPSetExtra(const char* text) {
-  setText(m_extra, text);
+  copyBounded(m_extra, text, kTextLimit);
   return 1;
 }
 

@@ -8,17 +8,19 @@
 #include "OsRegistry.h"
 
 #include <sqlite3.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <deque>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
+
+#include "Boundary.h"
+#include "Directories.h"
 
 namespace kutil::platform {
 namespace {
@@ -72,10 +74,17 @@ bool storeFor(HKEY root, Store* out) {
   return true;
 }
 
+// A store connection, closed with its owner: a call that fails half way
+// (out of memory included) leaves no connection, and so no transaction, open.
+struct CloseDatabase {
+  void operator()(sqlite3* db) const { sqlite3_close(db); }
+};
+using Database = std::unique_ptr<sqlite3, CloseDatabase>;
+
 struct Handle {
   Store store;
   std::string path;  // components joined by '\', "" for the root itself
-  sqlite3* db = nullptr;
+  Database db;
   bool writable = false;
 };
 
@@ -110,14 +119,12 @@ std::string joinPath(const std::string& base, const char* sub) {
   return out;
 }
 
-std::string parentOf(const std::string& path) {
-  const size_t cut = path.rfind('\\');
-  return cut == std::string::npos ? std::string() : path.substr(0, cut);
-}
-
-std::string leafOf(const std::string& path) {
-  const size_t cut = path.rfind('\\');
-  return cut == std::string::npos ? path : path.substr(cut + 1);
+// The length of the parent of the key path's first length characters: up to
+// its last separator, 0 at the top. *leaf is where the last component starts.
+std::size_t parentLength(const std::string& path, std::size_t length, std::size_t* leaf) {
+  const std::size_t cut = path.rfind('\\', length - 1);
+  *leaf = cut == std::string::npos ? 0 : cut + 1;
+  return cut == std::string::npos ? 0 : cut;
 }
 
 // Where parent + sub leads: the store and the full key path.
@@ -148,17 +155,6 @@ bool exec(sqlite3* db, const char* sql) {
   return sqlite3_exec(db, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
-bool makeDirs(const std::string& dir) {
-  std::string cur;
-  for (size_t i = 0; i <= dir.size(); ++i) {
-    if (i == dir.size() || dir[i] == '/') {
-      if (!cur.empty() && ::mkdir(cur.c_str(), 0755) != 0 && errno != EEXIST) return false;
-    }
-    if (i < dir.size()) cur += dir[i];
-  }
-  return true;
-}
-
 class Statement {
  public:
   Statement(sqlite3* db, const char* sql) {
@@ -168,9 +164,11 @@ class Statement {
   Statement(const Statement&) = delete;
   Statement& operator=(const Statement&) = delete;
   bool ok() const { return m_stmt != nullptr; }
-  void text(int i, const std::string& s) {
-    sqlite3_bind_text(m_stmt, i, s.c_str(), static_cast<int>(s.size()), SQLITE_TRANSIENT);
+  void text(int i, const char* s, std::size_t length) {
+    sqlite3_bind_text(m_stmt, i, s, static_cast<int>(length), SQLITE_TRANSIENT);
   }
+  void text(int i, const std::string& s) { text(i, s.c_str(), s.size()); }
+  void text(int i, const char* s) { text(i, s, std::strlen(s)); }
   void integer(int i, sqlite3_int64 n) { sqlite3_bind_int64(m_stmt, i, n); }
   void blob(int i, const void* p, int n) { sqlite3_bind_blob(m_stmt, i, p ? p : "", n, SQLITE_TRANSIENT); }
   int step() { return sqlite3_step(m_stmt); }
@@ -181,29 +179,25 @@ class Statement {
 };
 
 // Opens (and with create, initialises) a store; nullptr on failure.
-sqlite3* openStore(const Store& store, bool write, bool create) {
-  if (create && !makeDirs(store.dir)) return nullptr;
+Database openStore(const Store& store, bool write, bool create) {
+  if (create && !makeDirectories(store.dir)) return nullptr;
   int flags = write ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
   if (create) flags |= SQLITE_OPEN_CREATE;
-  sqlite3* db = nullptr;
-  if (sqlite3_open_v2(store.file.c_str(), &db, flags | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK) {
-    sqlite3_close(db);
-    return nullptr;
-  }
+  sqlite3* opened = nullptr;
+  const int rc = sqlite3_open_v2(store.file.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+  Database db(opened);
+  if (rc != SQLITE_OK) return nullptr;
   // SQLite quietly falls back to reading a file it may not write; a key
   // opened for writing must fail at once instead, as the registry does.
-  if (write && sqlite3_db_readonly(db, "main") == 1) {
-    sqlite3_close(db);
-    return nullptr;
-  }
-  sqlite3_busy_timeout(db, 15000);
+  if (write && sqlite3_db_readonly(db.get(), "main") == 1) return nullptr;
+  sqlite3_busy_timeout(db.get(), 15000);
   if (create) {
     // Several processes may create the store at once; the journal switch is
     // retried because it cannot wait on the busy handler.
     bool ready = false;
     for (int attempt = 0; attempt < 200 && !ready; ++attempt) {
-      ready = exec(db, store.wal ? "PRAGMA journal_mode=WAL" : "PRAGMA journal_mode=DELETE") &&
-              exec(db,
+      ready = exec(db.get(), store.wal ? "PRAGMA journal_mode=WAL" : "PRAGMA journal_mode=DELETE") &&
+              exec(db.get(),
                    "BEGIN IMMEDIATE;"
                    "CREATE TABLE IF NOT EXISTS keys(path TEXT PRIMARY KEY COLLATE NOCASE,"
                    " parent TEXT NOT NULL COLLATE NOCASE, name TEXT NOT NULL);"
@@ -213,16 +207,13 @@ sqlite3* openStore(const Store& store, bool write, bool create) {
                    " PRIMARY KEY(key, name));"
                    "COMMIT;");
       if (!ready) {
-        exec(db, "ROLLBACK");
+        exec(db.get(), "ROLLBACK");
         ::usleep(5000);
       }
     }
-    if (!ready) {
-      sqlite3_close(db);
-      return nullptr;
-    }
+    if (!ready) return nullptr;
   }
-  exec(db, "PRAGMA synchronous=FULL");
+  exec(db.get(), "PRAGMA synchronous=FULL");
   return db;
 }
 
@@ -260,50 +251,62 @@ HKEY rootPerformanceData() { return rootHandle(4); }
 HKEY rootCurrentConfig() { return rootHandle(5); }
 HKEY rootDynData() { return rootHandle(6); }
 
+// The calls below that build key paths or handle tables run through guarded:
+// out of memory they report ERROR_OUTOFMEMORY, with no connection left open.
+// Those that only bind what a handle already holds allocate nothing of ours.
+
 long regOpenKey(HKEY parent, const char* path, bool forWriting, HKEY* out) {
   if (!out) return kRegBadParameter;
-  Handle h;
-  const long rc = resolve(parent, path, &h.store, &h.path);
-  if (rc != kRegOk) return rc;
-  if (::access(h.store.file.c_str(), F_OK) != 0) return kRegNotFound;
-  h.db = openStore(h.store, forWriting, false);
-  if (!h.db) return forWriting ? kRegAccessDenied : kRegNotFound;
-  bool exists = false;
-  if (!keyExists(h.db, h.path, &exists) || !exists) {
-    sqlite3_close(h.db);
-    return kRegNotFound;
+  return kutil::detail::guarded(
+      [&] {
+        Handle h;
+        const long rc = resolve(parent, path, &h.store, &h.path);
+        if (rc != kRegOk) return rc;
+        if (::access(h.store.file.c_str(), F_OK) != 0) return kRegNotFound;
+        h.db = openStore(h.store, forWriting, false);
+        if (!h.db) return forWriting ? kRegAccessDenied : kRegNotFound;
+        bool exists = false;
+        if (!keyExists(h.db.get(), h.path, &exists) || !exists) return kRegNotFound;
+        h.writable = forWriting;
+        *out = registerHandle(std::move(h));
+        return kRegOk;
+      },
+      kRegOutOfMemory);
+}
+
+// Inserts the key at path and every missing key above it, in one transaction.
+bool insertKeyChain(sqlite3* db, const std::string& path) {
+  if (!exec(db, "BEGIN IMMEDIATE")) return false;
+  bool ok = true;
+  std::size_t leaf = 0;
+  for (std::size_t length = path.size(); ok && length != 0; length = parentLength(path, length, &leaf)) {
+    Statement ins(db, "INSERT OR IGNORE INTO keys(path, parent, name) VALUES(?1, ?2, ?3)");
+    ok = ins.ok();
+    if (!ok) break;
+    ins.text(1, path.c_str(), length);
+    ins.text(2, path.c_str(), parentLength(path, length, &leaf));
+    ins.text(3, path.c_str() + leaf, length - leaf);
+    ok = ins.step() == SQLITE_DONE;
   }
-  h.writable = forWriting;
-  *out = registerHandle(std::move(h));
-  return kRegOk;
+  if (ok) ok = exec(db, "COMMIT");
+  if (!ok) exec(db, "ROLLBACK");
+  return ok;
 }
 
 long regCreateKey(HKEY parent, const char* path, HKEY* out) {
   if (!out) return kRegBadParameter;
-  Handle h;
-  const long rc = resolve(parent, path, &h.store, &h.path);
-  if (rc != kRegOk) return rc;
-  h.db = openStore(h.store, true, true);
-  if (!h.db) return kRegAccessDenied;
-  bool ok = exec(h.db, "BEGIN IMMEDIATE");
-  for (std::string p = h.path; ok && !p.empty(); p = parentOf(p)) {
-    Statement ins(h.db, "INSERT OR IGNORE INTO keys(path, parent, name) VALUES(?1, ?2, ?3)");
-    ok = ins.ok();
-    if (!ok) break;
-    ins.text(1, p);
-    ins.text(2, parentOf(p));
-    ins.text(3, leafOf(p));
-    ok = ins.step() == SQLITE_DONE;
-  }
-  if (ok) ok = exec(h.db, "COMMIT");
-  if (!ok) {
-    exec(h.db, "ROLLBACK");
-    sqlite3_close(h.db);
-    return kRegAccessDenied;
-  }
-  h.writable = true;
-  *out = registerHandle(std::move(h));
-  return kRegOk;
+  return kutil::detail::guarded(
+      [&] {
+        Handle h;
+        const long rc = resolve(parent, path, &h.store, &h.path);
+        if (rc != kRegOk) return rc;
+        h.db = openStore(h.store, true, true);
+        if (!h.db || !insertKeyChain(h.db.get(), h.path)) return kRegAccessDenied;
+        h.writable = true;
+        *out = registerHandle(std::move(h));
+        return kRegOk;
+      },
+      kRegOutOfMemory);
 }
 
 long regQueryValue(HKEY key, const char* name, unsigned long* type, unsigned char* data,
@@ -311,7 +314,7 @@ long regQueryValue(HKEY key, const char* name, unsigned long* type, unsigned cha
   Handle* h = openHandle(key);
   if (!h) return isRoot(key) ? kRegNotFound : kRegBadHandle;
   if (data && !size) return kRegBadParameter;
-  Statement q(h->db, "SELECT type, data FROM vals WHERE key = ?1 AND name = ?2");
+  Statement q(h->db.get(), "SELECT type, data FROM vals WHERE key = ?1 AND name = ?2");
   if (!q.ok()) return kRegNotFound;
   q.text(1, h->path);
   q.text(2, name ? name : "");
@@ -340,13 +343,14 @@ long regSetValue(HKEY key, const char* name, unsigned long type, const unsigned 
   if (!h) return isRoot(key) ? kRegAccessDenied : kRegBadHandle;
   if (!h->writable) return kRegAccessDenied;
   if (!data && size) return kRegBadParameter;
-  if (!exec(h->db, "BEGIN IMMEDIATE")) return kRegBusy;
+  sqlite3* db = h->db.get();
+  if (!exec(db, "BEGIN IMMEDIATE")) return kRegBusy;
   bool exists = false;
-  if (!keyExists(h->db, h->path, &exists) || !exists) {
-    exec(h->db, "ROLLBACK");
+  if (!keyExists(db, h->path, &exists) || !exists) {
+    exec(db, "ROLLBACK");
     return kRegKeyDeleted;
   }
-  Statement ins(h->db, "INSERT OR REPLACE INTO vals(key, name, type, data) VALUES(?1, ?2, ?3, ?4)");
+  Statement ins(db, "INSERT OR REPLACE INTO vals(key, name, type, data) VALUES(?1, ?2, ?3, ?4)");
   bool ok = ins.ok();
   if (ok) {
     ins.text(1, h->path);
@@ -355,9 +359,9 @@ long regSetValue(HKEY key, const char* name, unsigned long type, const unsigned 
     ins.blob(4, data, static_cast<int>(size));
     ok = ins.step() == SQLITE_DONE;
   }
-  if (ok) ok = exec(h->db, "COMMIT");
+  if (ok) ok = exec(db, "COMMIT");
   if (!ok) {
-    exec(h->db, "ROLLBACK");
+    exec(db, "ROLLBACK");
     return kRegAccessDenied;
   }
   return kRegOk;
@@ -373,7 +377,7 @@ long regEnumKey(HKEY key, unsigned long index, char* name, unsigned long* size) 
   Handle* h = openHandle(key);
   if (!h) return isRoot(key) ? kRegNoMoreItems : kRegBadHandle;
   if (!name || !size) return kRegBadParameter;
-  Statement q(h->db,
+  Statement q(h->db.get(),
               "SELECT name FROM keys WHERE parent = ?1 ORDER BY name COLLATE NOCASE LIMIT 1 OFFSET ?2");
   if (!q.ok()) return kRegNoMoreItems;
   q.text(1, h->path);
@@ -388,21 +392,10 @@ long regEnumKey(HKEY key, unsigned long index, char* name, unsigned long* size) 
   return kRegOk;
 }
 
-long regDeleteKey(HKEY parent, const char* subKey) {
-  if (!subKey || !*subKey) return kRegBadParameter;
-  Store store;
-  std::string path;
-  const long rc = resolve(parent, subKey, &store, &path);
-  if (rc != kRegOk) return rc;
-  if (path.empty()) return kRegAccessDenied;
-  if (::access(store.file.c_str(), F_OK) != 0) return kRegNotFound;
-  sqlite3* db = openStore(store, true, false);
-  if (!db) return kRegAccessDenied;
+// Deletes the key at path if it has no sub-keys, with its values, in one transaction.
+long deleteEmptyKey(sqlite3* db, const std::string& path) {
+  if (!exec(db, "BEGIN IMMEDIATE")) return kRegBusy;
   long result = kRegOk;
-  if (!exec(db, "BEGIN IMMEDIATE")) {
-    sqlite3_close(db);
-    return kRegBusy;
-  }
   bool exists = false;
   if (!keyExists(db, path, &exists)) {
     result = kRegAccessDenied;
@@ -430,18 +423,38 @@ long regDeleteKey(HKEY parent, const char* subKey) {
   }
   if (result == kRegOk && !exec(db, "COMMIT")) result = kRegAccessDenied;
   if (result != kRegOk) exec(db, "ROLLBACK");
-  sqlite3_close(db);
   return result;
+}
+
+long regDeleteKey(HKEY parent, const char* subKey) {
+  if (!subKey || !*subKey) return kRegBadParameter;
+  return kutil::detail::guarded(
+      [&] {
+        Store store;
+        std::string path;
+        const long rc = resolve(parent, subKey, &store, &path);
+        if (rc != kRegOk) return rc;
+        if (path.empty()) return kRegAccessDenied;
+        if (::access(store.file.c_str(), F_OK) != 0) return kRegNotFound;
+        const Database db = openStore(store, true, false);
+        if (!db) return kRegAccessDenied;
+        return deleteEmptyKey(db.get(), path);
+      },
+      kRegOutOfMemory);
 }
 
 long regCloseKey(HKEY key) {
   if (isRoot(key)) return kRegOk;
   auto it = g_open.find(reinterpret_cast<uintptr_t>(key));
   if (it == g_open.end()) return kRegBadHandle;
-  sqlite3_close(it->second.db);
-  it->second.db = nullptr;
-  g_closed.emplace_back(it->first, std::move(it->second));
-  if (g_closed.size() > kClosedKept) g_closed.pop_front();
+  it->second.db.reset();
+  // Remembering the closed handle needs memory; without it the handle is
+  // simply forgotten, and a delete relative to it is refused as unknown.
+  kutil::detail::guarded([&] {
+    g_closed.emplace_back(it->first, std::move(it->second));
+    if (g_closed.size() > kClosedKept) g_closed.pop_front();
+    return 1;
+  });
   g_open.erase(it);
   return kRegOk;
 }

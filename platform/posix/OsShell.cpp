@@ -12,15 +12,19 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
-#include <new>
+#include <memory>
 #include <string>
 #include <vector>
+
+#include "Boundary.h"
+#include "Directories.h"
 
 extern char** environ;
 
@@ -62,22 +66,6 @@ std::string dataHome() {
   return d.empty() ? home() + "/.local/share" : d;
 }
 
-bool isDirectory(const std::string& path) {
-  struct stat st {};
-  return ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
-}
-
-bool makeDirs(const std::string& dir) {
-  std::string cur;
-  for (size_t i = 0; i <= dir.size(); ++i) {
-    if (i == dir.size() || dir[i] == '/') {
-      if (!cur.empty() && ::mkdir(cur.c_str(), 0755) != 0 && errno != EEXIST) return false;
-    }
-    if (i < dir.size()) cur += dir[i];
-  }
-  return isDirectory(dir);
-}
-
 // XDG_<NAME>_DIR from user-dirs.dirs, with $HOME expanded; fallback when absent.
 std::string userDir(const char* name, const std::string& fallback) {
   std::ifstream in(configHome() + "/user-dirs.dirs");
@@ -113,12 +101,11 @@ std::vector<pid_t> g_children;
 
 // Started programs are not waited for; they are collected here later so they leave no zombies.
 void reapChildren() {
-  std::vector<pid_t> running;
-  for (pid_t pid : g_children) {
+  const auto reaped = [](pid_t pid) {
     int status = 0;
-    if (::waitpid(pid, &status, WNOHANG) == 0) running.push_back(pid);
-  }
-  g_children.swap(running);
+    return ::waitpid(pid, &status, WNOHANG) != 0;
+  };
+  g_children.erase(std::remove_if(g_children.begin(), g_children.end(), reaped), g_children.end());
 }
 
 long spawnError(int error) {
@@ -145,6 +132,8 @@ long spawn(const std::string& program, bool searchPath, const std::vector<std::s
   argv.push_back(const_cast<char*>(program.c_str()));
   for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
   argv.push_back(nullptr);
+  // Room for the child is made first: once it runs it must be remembered.
+  g_children.reserve(g_children.size() + 1);
   posix_spawn_file_actions_t actions;
   if (posix_spawn_file_actions_init(&actions) != 0) return kOutOfResources;
   if (directory && *directory) posix_spawn_file_actions_addchdir_np(&actions, directory);
@@ -188,44 +177,53 @@ bool isAddress(const char* file) {
 
 char pathSeparator() { return '/'; }
 
-bool specialFolderPath(HWND, int csidl, char* out) {
-  if (!out) return false;
-  std::string path;
+namespace {
+
+std::string specialFolder(int csidl) {
   switch (csidl) {
     case 7:
-      path = configHome() + "/autostart";
-      break;
+      return configHome() + "/autostart";
     case 8:
-      path = dataHome() + "/RecentDocuments";
-      break;
+      return dataHome() + "/RecentDocuments";
     case 9:
-      path = dataHome() + "/kaldo3d/SendTo";
-      break;
+      return dataHome() + "/kaldo3d/SendTo";
     case 16:
-      path = userDir("DESKTOP", home() + "/Desktop");
-      break;
+      return userDir("DESKTOP", home() + "/Desktop");
     case 22:
-      path = commonApplications();
-      break;
+      return commonApplications();
     default:
-      return false;
+      return std::string();
   }
-  // As with the shell, a folder that does not exist has no path.
-  if (path.empty() || path.size() > 260 || !isDirectory(path)) return false;
-  std::memcpy(out, path.c_str(), path.size() + 1);
-  return true;
+}
+
+}  // namespace
+
+// Every call below that builds paths or argument lists runs through guarded:
+// out of memory it fails as the shell would, and nothing throws.
+
+bool specialFolderPath(HWND, int csidl, char* out) {
+  if (!out) return false;
+  return kutil::detail::guarded(
+      [&] {
+        const std::string path = specialFolder(csidl);
+        // As with the shell, a folder that does not exist has no path.
+        if (path.empty() || path.size() > 260 || !isDirectory(path)) return false;
+        std::memcpy(out, path.c_str(), path.size() + 1);
+        return true;
+      },
+      false);
 }
 
 bool pathToItemList(const char* path, ITEMIDLIST** out) {
   if (!path || !out || std::strlen(path) > 260) return false;
-  char* resolved = ::realpath(path, nullptr);
-  if (!resolved) return false;
-  ITEMIDLIST* list = new (std::nothrow) ITEMIDLIST;
-  if (list) list->path = resolved;
-  std::free(resolved);
-  if (!list) return false;
-  *out = list;
-  return true;
+  return kutil::detail::guarded(
+      [&] {
+        const std::unique_ptr<char, void (*)(void*)> resolved(::realpath(path, nullptr), std::free);
+        if (!resolved) return false;
+        *out = new ITEMIDLIST{resolved.get()};
+        return true;
+      },
+      false);
 }
 
 bool freeItemList(ITEMIDLIST* list) {
@@ -235,8 +233,9 @@ bool freeItemList(ITEMIDLIST* list) {
 
 void flushAllStreams() { std::fflush(nullptr); }
 
-long shellExecute(HWND, const char* verb, const char* file, const char* parameters, const char* directory) {
-  reapChildren();
+namespace {
+
+long launch(const char* verb, const char* file, const char* parameters, const char* directory) {
   if (!file || !*file) return kFileNotFound;
   if (verb && *verb && ::strcasecmp(verb, "open") != 0 && ::strcasecmp(verb, "explore") != 0) {
     return kNoAssociation;  // printing, editing and the like have no handler here
@@ -262,6 +261,13 @@ long shellExecute(HWND, const char* verb, const char* file, const char* paramete
   return spawn("xdg-open", true, {path}, directory) == kStarted ? kStarted : kNoAssociation;
 }
 
+}  // namespace
+
+long shellExecute(HWND, const char* verb, const char* file, const char* parameters, const char* directory) {
+  reapChildren();
+  return kutil::detail::guarded([&] { return launch(verb, file, parameters, directory); }, kOutOfMemory);
+}
+
 bool versionInfo(VersionInfo* out) {
   struct utsname names {};
   if (!out || ::uname(&names) != 0) return false;
@@ -278,10 +284,14 @@ bool versionInfo(VersionInfo* out) {
 
 bool screenSaverDirectory(char* out) {
   if (!out) return false;
-  const std::string dir = dataHome() + "/kaldo3d/screensavers";
-  if (dir.size() > 260 || !makeDirs(dir)) return false;
-  std::memcpy(out, dir.c_str(), dir.size() + 1);
-  return true;
+  return kutil::detail::guarded(
+      [&] {
+        const std::string dir = dataHome() + "/kaldo3d/screensavers";
+        if (dir.size() > 260 || !makeDirectories(dir)) return false;
+        std::memcpy(out, dir.c_str(), dir.size() + 1);
+        return true;
+      },
+      false);
 }
 
 }  // namespace kutil::platform

@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+// Out of memory at the API boundary: calls that once allocated either no longer
+// allocate at all and succeed, or report their failure status; none throws, none
+// loses data, and the library works again once memory is back.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "../services/ServicesTestSupport.h"
+#include "Allocation.h"
+#include "KFile.h"
+#include "KInfo.h"
+#include "KNormalise.h"
+#include "KRegistry.h"
+#include "KText.h"
+#include "TestSupport.h"
+
+namespace {
+
+using kutil::test::AllocationFailure;
+using kutil::test::fileExists;
+using kutil::test::readFile;
+using kutil::test::TempDir;
+using kutil::test::writeFile;
+
+// Every result is taken while allocation fails and checked afterwards, when
+// the test framework may allocate again.
+TEST(Boundary, TextAndFileCallsNeedNoMemory) {
+  TempDir dir;
+  const std::string log = dir.file("clip.log");
+  ASSERT_TRUE(writeFile(log, "one\ntwo\nthree\n"));
+  char segment[64];
+  int length = 0;
+  char inPlace[64] = "value";
+  char path[264] = "C:\\Program Files\\kaldo3d\\kaldo\\bin\\viewer.exe";
+  int made = 0, madeInPlace = 0, substituted = 0, clipped = 0;
+  {
+    AllocationFailure noMemory;
+    made = KUMkLineSegment(segment, "[TX]", "hello", &length);
+    madeInPlace = KUMkLineSegment(inPlace, "[TX]", inPlace, nullptr);  // the value is the output
+    substituted = KUSubstitute(path, "c:/program files/kaldo3d/kaldo", "?KALDOHOMEDIR?");
+    clipped = KUClipFile(log.c_str(), 2, 3);
+  }
+  EXPECT_EQ(made, 1);
+  EXPECT_STREQ(segment, "[TX][5]hello");
+  EXPECT_EQ(length, 12);
+  EXPECT_EQ(madeInPlace, 1);
+  EXPECT_STREQ(inPlace, "[TX][5]value");
+  EXPECT_EQ(substituted, 1);
+  EXPECT_STREQ(path, "?KALDOHOMEDIR?\\bin\\viewer.exe");
+  EXPECT_EQ(clipped, 1);
+  EXPECT_EQ(readFile(log), "");
+}
+
+TEST(Boundary, GatheringAFileNeedsNoMemory) {
+  TempDir from, to;
+  const std::string source = from.file("wall.bmp");
+  ASSERT_TRUE(writeFile(source, "BM-picture"));
+  const std::string target = to.path() + "/";
+  char newName[264] = "";
+  int copied = 0;
+  {
+    AllocationFailure noMemory;
+    copied = KUCopyToTarget(source.c_str(), target.c_str(), newName);
+  }
+  EXPECT_EQ(copied, 1);
+  EXPECT_EQ(std::string(newName), target + "wall.bmp");
+  EXPECT_EQ(readFile(target + "wall.bmp"), "BM-picture");
+}
+
+// The rewriters keep their temporary name and rewrite in standard-library
+// objects: out of memory they report 0 before touching any file.
+TEST(Boundary, SceneListRewritesFailWholeAndWorkAgainAfterwards) {
+  TempDir dir, to;
+  const std::string list = dir.file("hall.ksl");
+  const std::string content = "# hall\nD:\\scenes\\hall.kwq\n";
+  ASSERT_TRUE(writeFile(list, content));
+  const std::string target = to.path() + "/";
+  int converted = 1, gathered = 1;
+  {
+    AllocationFailure noMemory;
+    converted = KUConvertKSLToRelative(list.c_str());
+    gathered = KUCopyKSLFileParts(list.c_str(), target.c_str());
+  }
+  EXPECT_EQ(converted, 0);
+  EXPECT_EQ(gathered, 0);
+  EXPECT_EQ(readFile(list), content);
+  EXPECT_FALSE(fileExists(list + ".TMP"));
+
+  ASSERT_EQ(KUConvertKSLToRelative(list.c_str()), 1);
+  EXPECT_EQ(kutil::test::readLines(list), (std::vector<std::string>{"# hall", "?KALDOKWQDIR?hall.kwq"}));
+}
+
+TEST(Boundary, InfoSheetsAndSettingsReportOutOfMemoryAndWorkAgainAfterwards) {
+  TempDir dir;
+  kutil::test::RegistrySandbox registry;
+  const std::string sheets = dir.file("english.kif");
+  ASSERT_TRUE(writeFile(sheets, "[iid][1]7[itx][5]Hello\n"));
+  CKaldoInfo info;
+  int loaded = 1, stored = 0, read = 0;
+  int resolution = -1;
+  {
+    AllocationFailure noMemory;
+    loaded = info.KILoadInfoSheets(sheets.c_str());  // a sheet's text is a string
+    stored = KUSetRegResolution(800);
+    read = KUGetRegResolution(&resolution);
+  }
+  EXPECT_EQ(loaded, 0);
+#if defined(_WIN32)
+  // The Win32 registry allocates nothing of ours.
+  EXPECT_EQ(stored, 1);
+  EXPECT_EQ(read, 1);
+  EXPECT_EQ(resolution, 800);
+#else
+  // The POSIX store keeps key paths in strings: out of memory it refuses both.
+  EXPECT_EQ(stored, 0);
+  EXPECT_EQ(read, 0);
+  EXPECT_EQ(resolution, -1);
+#endif
+
+  ASSERT_EQ(info.KILoadInfoSheets(sheets.c_str()), 1);
+  EXPECT_STREQ(info.KIFetchStringForID(7), "Hello");
+  ASSERT_EQ(KUSetRegResolution(640), 1);
+  ASSERT_EQ(KUGetRegResolution(&resolution), 1);
+  EXPECT_EQ(resolution, 640);
+}
+
+}  // namespace
