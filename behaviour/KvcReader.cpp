@@ -4,12 +4,11 @@
 #include <cstring>
 #include <new>
 
-#include "ActionRowInternals.h"
 #include "DecideInternals.h"
 #include "KDecide.h"
 #include "KText.h"
 
-using kutil::detail::DecideAccess;
+using TableInternals = kutil::detail::Internals<CKDecide>;
 
 namespace {
 
@@ -129,7 +128,7 @@ class Reader {
   // Loads lines until the end of the stream (1), the end tag (1) or the first failure (0).
   int load(std::FILE* stream) {
     char line[kLineSize];
-    const char* endTag = DecideAccess::endTag(m_table);
+    const char* endTag = TableInternals::endTag(m_table);
     while (std::fgets(line, kLineSize, stream) != nullptr) {
       KUNoNewLine(line);
       if (line[0] == '#') continue;
@@ -149,7 +148,7 @@ class Reader {
   Clause clause(const char* line, int* pos) {
     // The comment shows the clause as written, without the blanks that separate it from the last one.
     *pos = skipBlanks(line, *pos);
-    DecideAccess::setComment(m_table, line + *pos);
+    TableInternals::setComment(m_table, line + *pos);
     if (line[*pos] == '\0') return Clause::LineDone;
 
     if (const Keyword* trigger =
@@ -161,15 +160,15 @@ class Reader {
     if (m_table.DEMatchAction(line, pos, &action)) return actionClause(action, line, pos);
 
     if (line[*pos] == '#') return Clause::LineDone;
-    if (startsWithEndTag(line + *pos, DecideAccess::endTag(m_table))) return Clause::EndTag;
-    DecideAccess::setErrorID(m_table, KDE_ERROR_UNKNOWN_WORD);
+    if (startsWithEndTag(line + *pos, TableInternals::endTag(m_table))) return Clause::EndTag;
+    TableInternals::setErrorID(m_table, KDE_ERROR_UNKNOWN_WORD);
     return Clause::Fail;
   }
 
   Clause triggerClause(int rowType, const char* line, int* pos) {
     char token[kBareTokenLen + 1];
     if (!readToken(line, pos, token)) {
-      DecideAccess::setErrorID(m_table, KDE_ERROR_TRIGGER_TOKEN);
+      TableInternals::setErrorID(m_table, KDE_ERROR_TRIGGER_TOKEN);
       return Clause::LineDone;
     }
     CKActionRow* row = new (std::nothrow) CKActionRow;
@@ -192,7 +191,7 @@ class Reader {
         row->ARSetGrouping(token);
         break;
       default:
-        DecideAccess::setErrorID(m_table, KDE_ERROR_ROW_TYPE);
+        TableInternals::setErrorID(m_table, KDE_ERROR_ROW_TYPE);
         return Clause::Fail;
     }
     row->ARSetRowType(rowType);
@@ -202,14 +201,14 @@ class Reader {
   Clause actionClause(int action, const char* line, int* pos) {
     // An action needs a row to act on; one before any trigger is malformed.
     if (m_row == nullptr) {
-      DecideAccess::setErrorID(m_table, KDE_ERROR_ACTION);
+      TableInternals::setErrorID(m_table, KDE_ERROR_ACTION);
       return Clause::Fail;
     }
     char token[kBareTokenLen + 1];
     token[0] = '\0';
     if (takesToken(action) && !readToken(line, pos, token)) {
       if (action != KAR_ACTION_RUN) {
-        DecideAccess::setErrorID(m_table, KDE_ERROR_ACTION_TOKEN);
+        TableInternals::setErrorID(m_table, KDE_ERROR_ACTION_TOKEN);
         return Clause::LineDone;
       }
     }
@@ -239,7 +238,7 @@ class Reader {
       case KAR_ACTION_MOVE: {
         int motion = 0;
         if (!m_table.DEGetMoveType(&motion, token)) {
-          DecideAccess::setErrorID(m_table, KDE_ERROR_MOTION);
+          TableInternals::setErrorID(m_table, KDE_ERROR_MOTION);
           return Clause::Fail;
         }
         m_row->ARSetAction(KAR_ACTION_MOVE);
@@ -261,7 +260,7 @@ class Reader {
         return Clause::Applied;
       }
       default:
-        DecideAccess::setErrorID(m_table, KDE_ERROR_ACTION);
+        TableInternals::setErrorID(m_table, KDE_ERROR_ACTION);
         return Clause::Fail;
     }
   }
