@@ -6,7 +6,7 @@
 #include <cfloat>
 #include <cmath>
 
-#include "FootPrintDetail.h"
+#include "FootPrintInternals.h"
 #include "KFootPrint.h"
 #include "KVector.h"
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <new>
 
-#include "FootPrintDetail.h"
+#include "FootPrintInternals.h"
 #include "KFootPrint.h"
 #include "KVector.h"
 

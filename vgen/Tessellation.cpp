@@ -39,7 +39,7 @@ bool shareEnd(const TessLine& a, const TessLine& b) {
   return a.first == b.first || a.first == b.second || a.second == b.first || a.second == b.second;
 }
 
-int crosses(TessFootPrint& fp, const TessLine& a, const TessLine& b) {
+int crosses(CKFootPrint& fp, const TessLine& a, const TessLine& b) {
   int kind = 0;
   return tessLinesCross(fp, a, b, &kind);
 }
@@ -109,7 +109,7 @@ void transpose64(std::uint64_t a[64]) {
 // (boundary crossed without margin, points on the same side) are walked here
 // over prepared edge lines, with the footprint's own crossing test.
 void collectCandidates(const std::vector<_D3DVECTOR>& seed, const std::vector<_D3DVECTOR>& laid,
-                       TessFootPrint& fp, std::vector<TessSegment>* out) {
+                       CKFootPrint& fp, std::vector<TessSegment>* out) {
   const _D3DVECTOR reference = outsideReference(fp);
   const int n = static_cast<int>(seed.size());
   // Edge lines made afresh from the vertices (as the boundary test makes them)
@@ -175,7 +175,7 @@ void collectCandidates(const std::vector<_D3DVECTOR>& seed, const std::vector<_D
 // Self-crossing outline: two polygon edges without a common vertex that cross,
 // each pair tested once with the earlier edge (in list order) first.
 bool outlineCrossesItself(const std::vector<TessSegment>& segments, const std::vector<_D3DVECTOR>& laid,
-                          TessFootPrint& fp) {
+                          CKFootPrint& fp) {
   std::vector<TessLine> edges;
   for (const TessSegment& s : segments) {
     if (!s.boundary) continue;
@@ -209,7 +209,7 @@ struct SweepArrays {
 // rank r holds the ranks of the chords whose count drops when r goes, i.e.
 // those s for which the test (s, r) is true.
 void removeCrossingChords(std::vector<TessSegment>* segments, const std::vector<_D3DVECTOR>& laid,
-                          TessFootPrint& fp, const TessOptions& options) {
+                          CKFootPrint& fp, const TessOptions& options) {
   std::vector<std::size_t> where;  // chord number (list order) -> position in the segment list
   std::vector<TessLine> chords;
   for (std::size_t k = 0; k < segments->size(); ++k) {
@@ -470,7 +470,7 @@ int fillLaidFootPrint(CKFootPrint& fp, const std::vector<_D3DVECTOR>& seed) {
   return fp.FPUpdateVertexDependencies();
 }
 
-int tessellateSeed(const std::vector<_D3DVECTOR>& seed, TessFootPrint& laid, TessResult* result,
+int tessellateSeed(const std::vector<_D3DVECTOR>& seed, CKFootPrint& laid, TessResult* result,
                    const TessOptions& options) {
   if (result == nullptr) return 0;
   result->segments.clear();

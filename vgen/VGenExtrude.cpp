@@ -7,9 +7,11 @@
 
 #include "KVGen.h"
 #include "KVector.h"
+#include "VGenInternals.h"
 #include "VGenRecords.h"
 
 using namespace kutil::detail;
+using GenInternals = Internals<CKVGen>;
 
 namespace {
 
@@ -50,7 +52,7 @@ int transformPoint(const tagKExtrudePlane& frame, const tagKExtrudeInstruction& 
 
 // The stored (ascending) triple of the first triangle, whatever the normal reversal.
 int firstTriangle(CKVGen& gen, int* a, int* b, int* c) {
-  if (gen.m_tessellation == nullptr) return 0;
+  if (GenInternals::tessellation(gen) == nullptr) return 0;
   int t[3];
   if (gen.KVGetFirstTesselatedTriangle(&t[0], &t[1], &t[2]) == 0) return 0;
   // Reversal hands the triple out descending; sorting restores the stored order.
@@ -82,7 +84,8 @@ using PointOp = int (*)(_D3DVECTOR* p, const void* arg);
 // Applies op to every seed vertex, the seed corners, and every generated plane's vertices and
 // corners. The result is that of the last vertex update; the walk stops at the first 0.
 int walkSolid(CKVGen& gen, PointOp op, const void* arg) {
-  if (gen.m_seedPlane == nullptr || gen.m_seedPlane->vertices == nullptr) return 0;
+  tagKExtrudePlane* seed = GenInternals::seedPlane(gen);
+  if (seed == nullptr || seed->vertices == nullptr) return 0;
   auto corners = [&](tagKExtrudePlane* p) {
     op(&p->corner0, arg);
     op(&p->corner1, arg);
@@ -90,12 +93,12 @@ int walkSolid(CKVGen& gen, PointOp op, const void* arg) {
     op(&p->corner3, arg);
   };
   int status = 0;
-  for (tagKExtrudeVertex* v = gen.m_seedPlane->vertices; v != nullptr; v = v->next) {
+  for (tagKExtrudeVertex* v = seed->vertices; v != nullptr; v = v->next) {
     status = op(&v->point.position, arg);
     if (status == 0) return 0;
   }
-  corners(gen.m_seedPlane);
-  for (tagKExtrudePlane* p = gen.m_genPlanes; p != nullptr; p = p->next) {
+  corners(seed);
+  for (tagKExtrudePlane* p = GenInternals::genPlanes(gen); p != nullptr; p = p->next) {
     status = 0;
     for (tagKExtrudeVertex* v = p->vertices; v != nullptr; v = v->next) {
       status = op(&v->point.position, arg);
@@ -397,10 +400,11 @@ int GKVCalculateEndPlaneVertexMappings(CKVGen* gen, int end, int tiling, float s
   // edge maps to exactly 0.
   const float minXs = box->min.x * sf, maxXs = box->max.x * sf, minYs = box->min.y * sf;
   const double ws = static_cast<double>(w * sf), hs = static_cast<double>(h * sf);
+  tagKExtrudeVertex* const seed = GenInternals::seedPlane(*gen)->vertices;  // the box is the seed's
 
   if (end == 0) {
-    if (gen->m_seedPlane->vertices == nullptr) return 0;
-    for (tagKExtrudeVertex* v = gen->m_seedPlane->vertices; v != nullptr; v = v->next) {
+    if (seed == nullptr) return 0;
+    for (tagKExtrudeVertex* v = seed; v != nullptr; v = v->next) {
       _D3DVECTOR p;
       KUVectorScale(&p, &v->point.position, sf);
       tagKTessVertex& t = v->point.tess;
@@ -413,12 +417,12 @@ int GKVCalculateEndPlaneVertexMappings(CKVGen* gen, int end, int tiling, float s
     return 1;
   }
   if (end == 1) {
-    tagKExtrudePlane* last = lastPlane(gen->m_genPlanes);
+    tagKExtrudePlane* last = lastPlane(GenInternals::genPlanes(*gen));
     if (last == nullptr) return 0;
-    gen->m_currentPlane = last;
+    GenInternals::currentPlane(*gen) = last;
     // Mirrored against the front, so the picture reads the same way from outside at either end.
     for (int n = count - 1; n >= 0; --n) {
-      tagKExtrudeVertex* seedV = vertexByNumber(gen->m_seedPlane->vertices, n);
+      tagKExtrudeVertex* seedV = vertexByNumber(seed, n);
       tagKExtrudeVertex* genV = vertexByNumber(last->vertices, n);
       if (seedV == nullptr || genV == nullptr) return 0;
       _D3DVECTOR p, q;

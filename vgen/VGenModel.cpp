@@ -6,6 +6,7 @@
 #include <cstring>
 #include <new>
 
+#include "FootPrintInternals.h"
 #include "KText.h"
 #include "KVGen.h"
 #include "KVector.h"
@@ -357,7 +358,7 @@ int CKVGen::KVGetNumVertices(int* count) {
 int CKVGen::KVSeedFromFootPrint(CKFootPrint* footprint) {
   if (footprint == nullptr) return 0;
   KVDeleteSeedList();
-  tagKEdge*& cursor = footPrintCursor(*footprint);
+  tagKEdge*& cursor = Internals<CKFootPrint>::cursor(*footprint);
   tagKEdge* saved = cursor;
   int status = footprint->FPSelectFirstEdge();
   if (status != 0) {

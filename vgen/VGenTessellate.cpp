@@ -9,7 +9,6 @@
 #include "KVGen.h"
 #include "Tessellation.h"
 
-using kutil::detail::TessFootPrint;
 using kutil::detail::TessResult;
 
 namespace {
@@ -36,7 +35,7 @@ int CKVGen::KVTesselateSeedPlane() {
   if (tess == nullptr) return 0;
   int ok = 0;
   {
-    TessFootPrint laid;
+    CKFootPrint laid;
     laid.FPInitialise();
     try {
       std::vector<_D3DVECTOR> seed;
