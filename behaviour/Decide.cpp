@@ -9,17 +9,12 @@
 #include "KDecide.h"
 #include "KText.h"
 #include "OsSystem.h"
+#include "TextDetail.h"
 
+using kutil::detail::copyBounded;
 using RowInternals = kutil::detail::Internals<CKActionRow>;
 
 namespace {
-
-// Copies at most capacity characters and always terminates.
-void copyBounded(char* out, const char* in, int capacity) {
-  int i = 0;
-  for (; i < capacity && in[i] != '\0'; ++i) out[i] = in[i];
-  out[i] = '\0';
-}
 
 // Writes the whole of tag reversed. KUReverse keeps the first and last characters in place, which
 // would turn "[RVA]" into "[AVR]"; the end tag must be "]AVR[", so it is reversed here in full.
@@ -203,7 +198,7 @@ int CKDecide::DESetItemScaleFactor(float factor) {
 }
 
 int CKDecide::DESetComment(const char* text) {
-  copyBounded(m_comment, text != nullptr ? text : "", KDE_COMMENT_LEN);
+  copyBounded(m_comment, text, KDE_COMMENT_LEN);
   return 1;
 }
 
@@ -231,7 +226,7 @@ int CKDecide::DEDisableRowNumbering() {
 
 int CKDecide::DEOpenTrace(const char* fileName, int append) {
   DECloseTrace();
-  if (fileName == nullptr || fileName[0] == '\0') return 0;
+  if (kutil::detail::isEmpty(fileName)) return 0;
   m_traceStream = std::fopen(fileName, append ? "a" : "w");
   return m_traceStream != nullptr ? 1 : 0;
 }

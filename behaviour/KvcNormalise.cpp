@@ -20,13 +20,14 @@
 #include "KVGen.h"
 #include "LineFile.h"
 #include "OsFileSystem.h"
+#include "TextDetail.h"
 
 namespace {
 
-// Text data plus room for a variable that is longer than what it replaces.
-constexpr int kNameCapacity = 264;
+using kutil::detail::isEmpty;
 
-bool isEmpty(const char* text) { return text == nullptr || text[0] == '\0'; }
+// Text data plus room for a variable that is longer than what it replaces.
+constexpr int kNameCapacity = kutil::detail::kScratch;
 
 // The actions whose text names a file. CALL and PING name rows and objects.
 bool namesFile(int action) {

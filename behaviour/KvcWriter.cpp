@@ -6,6 +6,7 @@
 
 #include "ActionRowInternals.h"
 #include "DecideInternals.h"
+#include "FileStream.h"
 #include "KDecide.h"
 #include "KText.h"
 
@@ -34,23 +35,6 @@ class RowText {
   int m_length = 0;
 };
 
-bool takesTextData(int action) {
-  switch (action) {
-    case KAR_ACTION_CALL:
-    case KAR_ACTION_REPLACE:
-    case KAR_ACTION_PLAY:
-    case KAR_ACTION_LOAD:
-    case KAR_ACTION_RUN:
-    case KAR_ACTION_PING:
-    case KAR_ACTION_GOTO:
-    case KAR_ACTION_PLAYBACK:
-    case KAR_ACTION_USERGOTO:
-      return true;
-    default:
-      return false;
-  }
-}
-
 // Builds the words after the row-type keyword: the event keyword or the grouping, the action keyword
 // and its arguments, each followed by a blank. Returns false, adding nothing, for a row with neither
 // event nor grouping.
@@ -72,7 +56,7 @@ bool addRowWords(RowText& text, const CKActionRow& row) {
   CKActionRow::ARGetTextForActionType(action, word);
   text.add("%s ", word);
 
-  if (takesTextData(action)) {
+  if (CKActionRow::ARAcceptsTextData(action)) {
     const char* data = RowInternals::textData(row);
     if (data[0] != '\0') {
       char quoted[KAR_TEXTDATA_LEN + 3];
@@ -99,12 +83,7 @@ bool addRowWords(RowText& text, const CKActionRow& row) {
 }  // namespace
 
 int CKDecide::DEStoreToFile(const char* path) {
-  if (path == nullptr || path[0] == '\0') return 0;
-  std::FILE* stream = std::fopen(path, "w");
-  if (stream == nullptr) return 0;
-  const int result = DEStoreToFile(stream);
-  std::fclose(stream);
-  return result;
+  return kutil::detail::withFile(path, "w", [this](std::FILE* stream) { return DEStoreToFile(stream); });
 }
 
 int CKDecide::DEStoreToFile(std::FILE* stream) {
