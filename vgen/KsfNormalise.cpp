@@ -14,11 +14,14 @@
 #include "KVGen.h"
 #include "LineFile.h"
 #include "OsFileSystem.h"
+#include "TextDetail.h"
 
 namespace {
 
+using kutil::detail::isEmpty;
+
 // Name buffers of the path-variable functions hold 264 characters.
-constexpr int kNameCapacity = 264;
+constexpr int kNameCapacity = kutil::detail::kScratch;
 // A texture name as the generator hands it out.
 constexpr int kTextureCapacity = 277;
 constexpr const char* kKwqDir = "?KALDOKWQDIR?";
@@ -35,15 +38,30 @@ const TextureSlot kTextures[3] = {
     {&CKVGen::KVGetWrapSurfaceTexture, &CKVGen::KVSetWrapSurfaceTexture},
 };
 
-// A generator that is terminated whatever way the caller leaves.
-struct TempGen {
-  std::unique_ptr<CKVGen> gen{new (std::nothrow) CKVGen()};
-  TempGen() {
-    if (gen) gen->KVInitialise();
+// A shape file restored into a generator of its own, which is terminated whatever way the caller
+// leaves.
+class RestoredShape {
+ public:
+  /// Restores path; when noted, the comment text first names the file so that a failure can be
+  /// reported against it.
+  RestoredShape(const char* path, bool noted) {
+    if (!m_gen) return;
+    m_gen->KVInitialise();
+    if (noted) KUSetComment(path);
+    m_restored = m_gen->KVRestore(path) != 0;
   }
-  ~TempGen() {
-    if (gen) gen->KVTerminate();
+  ~RestoredShape() {
+    if (m_gen) m_gen->KVTerminate();
   }
+  RestoredShape(const RestoredShape&) = delete;
+  RestoredShape& operator=(const RestoredShape&) = delete;
+
+  /// The generator holding the file; null when it could not be made or the file not restored.
+  CKVGen* get() { return m_restored ? m_gen.get() : nullptr; }
+
+ private:
+  std::unique_ptr<CKVGen> m_gen{new (std::nothrow) CKVGen()};
+  bool m_restored = false;
 };
 
 // Copies a texture into a name buffer the path functions may lengthen; 0 when
@@ -70,12 +88,10 @@ int saveSafely(CKVGen* shape, const char* path) {
 }  // namespace
 
 int KUConvertKSFToRelative(const char* path) {
-  if (path == nullptr || path[0] == '\0' || KUIsVariablised(path) != 0) return 1;
-  TempGen temp;
-  if (!temp.gen) return 0;
-  CKVGen& gen = *temp.gen;
-  KUSetComment(path);
-  if (gen.KVRestore(path) == 0) return 0;
+  if (isEmpty(path) || KUIsVariablised(path) != 0) return 1;
+  RestoredShape shape(path, true);
+  if (shape.get() == nullptr) return 0;
+  CKVGen& gen = *shape.get();
   for (const TextureSlot& slot : kTextures) {
     char name[kNameCapacity * 2];
     if (textureName(gen, slot, name) == 0 || KUIsVariablised(name) != 0) continue;
@@ -87,13 +103,11 @@ int KUConvertKSFToRelative(const char* path) {
 }
 
 int KUCopyKSFFileParts(const char* path, const char* target) {
-  if (path == nullptr || path[0] == '\0') return 1;
+  if (isEmpty(path)) return 1;
   if (target == nullptr) return 0;
-  TempGen temp;
-  if (!temp.gen) return 0;
-  CKVGen& gen = *temp.gen;
-  KUSetComment(path);
-  if (gen.KVRestore(path) == 0) return 0;
+  RestoredShape shape(path, true);
+  if (shape.get() == nullptr) return 0;
+  CKVGen& gen = *shape.get();
   for (const TextureSlot& slot : kTextures) {
     char name[kNameCapacity * 2];
     if (textureName(gen, slot, name) == 0) continue;
@@ -109,10 +123,9 @@ int KUCopyKSFFileParts(const char* path, const char* target) {
 }
 
 int KUIsKSFFileNormalised(const char* path) {
-  TempGen temp;
-  if (!temp.gen) return 0;
-  CKVGen& gen = *temp.gen;
-  if (gen.KVRestore(path) == 0) return 0;
+  RestoredShape shape(path, false);
+  if (shape.get() == nullptr) return 0;
+  CKVGen& gen = *shape.get();
   for (const TextureSlot& slot : kTextures) {
     char name[kNameCapacity * 2];
     if (textureName(gen, slot, name) == 0) continue;
@@ -122,10 +135,10 @@ int KUIsKSFFileNormalised(const char* path) {
 }
 
 int KUDeRelativiseKSF(const char* directory, const char* shapeFile) {
-  if (directory == nullptr || shapeFile == nullptr || shapeFile[0] == '\0') return 0;
-  CKVGen shape;
-  shape.KVInitialise();
-  if (shape.KVRestore(shapeFile) != 1) return 0;
+  if (directory == nullptr || isEmpty(shapeFile)) return 0;
+  RestoredShape restored(shapeFile, false);
+  if (restored.get() == nullptr) return 0;
+  CKVGen& shape = *restored.get();
   bool changed = false;
   bool allSet = true;
   for (const TextureSlot& texture : kTextures) {

@@ -6,37 +6,17 @@
 
 #include "KText.h"
 #include "KVGen.h"
+#include "TextDetail.h"
 
 namespace {
 
-// Room for the longest segment: a 276-character text with its tag and length, or a huge float.
-constexpr int kLineCapacity = 400;
+using kutil::detail::writeSegmentLine;
+
 // Lines are read in pieces of at most 291 characters.
 constexpr int kReadBuffer = 292;
 constexpr int kValueLength = 276;
 
 int writeLine(FILE* f, const char* line) { return std::fprintf(f, "%s\n", line) > 0 ? 1 : 0; }
-
-void writeInt(FILE* f, const char* tag, int value) {
-  char line[kLineCapacity];
-  int length = 0;
-  KUMkNumSegment(line, tag, value, &length);
-  writeLine(f, line);
-}
-
-void writeFloat(FILE* f, const char* tag, float value) {
-  char line[kLineCapacity];
-  int length = 0;
-  KUMkFloatSegment(line, tag, value, &length);
-  writeLine(f, line);
-}
-
-void writeText(FILE* f, const char* tag, const char* value) {
-  char line[kLineCapacity];
-  int length = 0;
-  KUMkLineSegment(line, tag, value, &length);
-  writeLine(f, line);
-}
 
 // The tags the reader recognises, in the order it tests them.
 enum Tag {
@@ -95,41 +75,41 @@ int readText(Tag tag, const char* line, char* value) {
 }  // namespace
 
 int CKVGen::KVSave(const char* path) {
-  if (path == nullptr || path[0] == '\0') return 0;
+  if (kutil::detail::isEmpty(path)) return 0;
   FILE* f = std::fopen(path, "w");
   if (f == nullptr) return 0;
   if (writeLine(f, "[VGEN]") == 0) {
     std::fclose(f);
     return 0;
   }
-  writeInt(f, "[NRM]", m_normalDirection);
-  writeFloat(f, "[DTA]", m_deltaTranslation);
-  writeFloat(f, "[DRO]", m_deltaRotation);
-  writeText(f, "[FPT]", m_frontPlaneTexture);
-  writeInt(f, "[FTI]", m_frontTiling);
-  writeText(f, "[BPT]", m_backPlaneTexture);
-  writeInt(f, "[BTI]", m_backTiling);
-  writeText(f, "[FST]", m_wrapSurfaceTexture);
-  writeInt(f, "[STI]", m_wrapTiling);
-  writeText(f, "[FIC]", m_frontIconIndex);
-  writeText(f, "[BIC]", m_backIconIndex);
-  writeText(f, "[WIC]", m_wrapIconIndex);
+  writeSegmentLine(f, "[NRM]", m_normalDirection);
+  writeSegmentLine(f, "[DTA]", m_deltaTranslation);
+  writeSegmentLine(f, "[DRO]", m_deltaRotation);
+  writeSegmentLine(f, "[FPT]", m_frontPlaneTexture);
+  writeSegmentLine(f, "[FTI]", m_frontTiling);
+  writeSegmentLine(f, "[BPT]", m_backPlaneTexture);
+  writeSegmentLine(f, "[BTI]", m_backTiling);
+  writeSegmentLine(f, "[FST]", m_wrapSurfaceTexture);
+  writeSegmentLine(f, "[STI]", m_wrapTiling);
+  writeSegmentLine(f, "[FIC]", m_frontIconIndex);
+  writeSegmentLine(f, "[BIC]", m_backIconIndex);
+  writeSegmentLine(f, "[WIC]", m_wrapIconIndex);
   // A generator without a seed plane simply has no seed block.
   for (tagKExtrudeVertex* v = m_seedPlane != nullptr ? m_seedPlane->vertices : nullptr; v != nullptr;
        v = v->next) {
     writeLine(f, "[SED]");
-    writeFloat(f, "[SEX]", v->point.position.x);
-    writeFloat(f, "[SEY]", v->point.position.y);
-    writeFloat(f, "[SEZ]", v->point.position.z);
+    writeSegmentLine(f, "[SEX]", v->point.position.x);
+    writeSegmentLine(f, "[SEY]", v->point.position.y);
+    writeSegmentLine(f, "[SEZ]", v->point.position.z);
     writeLine(f, "[DES]");
   }
   for (tagKExtrudeInstruction* ins = m_instructions; ins != nullptr; ins = ins->next) {
     writeLine(f, "[INS]");
-    writeInt(f, "[CMD]", ins->code);
-    writeFloat(f, "[IVX]", ins->vector.x);
-    writeFloat(f, "[IVY]", ins->vector.y);
-    writeFloat(f, "[IVZ]", ins->vector.z);
-    writeFloat(f, "[IMG]", ins->magnitude);
+    writeSegmentLine(f, "[CMD]", ins->code);
+    writeSegmentLine(f, "[IVX]", ins->vector.x);
+    writeSegmentLine(f, "[IVY]", ins->vector.y);
+    writeSegmentLine(f, "[IVZ]", ins->vector.z);
+    writeSegmentLine(f, "[IMG]", ins->magnitude);
     writeLine(f, "[SNI]");
   }
   const int status = writeLine(f, "[NEGV]");
@@ -140,7 +120,7 @@ int CKVGen::KVSave(const char* path) {
 int CKVGen::KVRestore(const char* path) {
   KVTerminate();
   KVInitialise();
-  if (path == nullptr || path[0] == '\0') return 0;
+  if (kutil::detail::isEmpty(path)) return 0;
   FILE* f = std::fopen(path, "r");
   if (f == nullptr) return 0;
 
