@@ -452,10 +452,11 @@ void chordProbe(const _D3DVECTOR& p, const _D3DVECTOR& q, _D3DVECTOR* start, _D3
 _D3DVECTOR outsideReference(CKFootPrint& laid) {
   _D3DVECTOR ref = {0.0f, 0.0f, 0.0f};
   _D3DRMBOX* box = nullptr;
-  if (laid.FPGetBox(&box) && box != nullptr) {
-    // Irregular offsets keep the point out of line with the outline's vertices.
-    ref.x = static_cast<float>(box->max.x + 17.3133);
-    ref.z = static_cast<float>(box->max.z + 103.00314);
+  _D3DVECTOR* external = nullptr;
+  // The footprint's own external vertex (box max plus its irregular offsets), on the floor.
+  if (laid.FPGetBox(&box) && laid.FPGetExternalVertex(&external)) {
+    ref.x = external->x;
+    ref.z = external->z;
   }
   return ref;
 }

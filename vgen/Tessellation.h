@@ -121,8 +121,9 @@ inline _D3DVECTOR layOnFloor(const _D3DVECTOR& v) {
 void chordProbe(const _D3DVECTOR& p, const _D3DVECTOR& q, _D3DVECTOR* start, _D3DVECTOR* step,
                 _D3DVECTOR* mid);
 
-/// The point known to lie outside the laid seed: box max + (17.3133, 0, 103.00314),
-/// or the origin when the footprint has no box.
+/// The point known to lie outside the laid seed: the footprint's external vertex
+/// (box max + (17.3133, 6.550404, 103.00314), added in float) with y = 0, or the
+/// origin when the footprint has no box. laid must have current dependencies.
 _D3DVECTOR outsideReference(CKFootPrint& laid);
 
 /// Fills fp with the seed laid on the floor and updates its dependencies
