@@ -50,6 +50,27 @@ int transformPoint(const tagKExtrudePlane& frame, const tagKExtrudeInstruction& 
   }
 }
 
+// Fills plane with the images of prev's vertices and corners under the
+// instruction, taken in prev's frame; 0 when a vertex cannot be carried or made.
+int extrudePlane(const tagKExtrudePlane& prev, const tagKExtrudeInstruction& ins, bool faceOutlines,
+                 tagKExtrudePlane* plane) {
+  tagKExtrudeVertex** tail = &plane->vertices;
+  for (const tagKExtrudeVertex* pv = prev.vertices; pv != nullptr; pv = pv->next) {
+    _D3DVECTOR q;
+    if (transformPoint(prev, ins, pv->point.position, &q) == 0) return 0;
+    tagKExtrudeVertex* nv = makeVertex(q, faceOutlines);
+    if (nv == nullptr) return 0;
+    *tail = nv;
+    tail = &nv->next;
+  }
+  // Corner failures are ignored: such a corner keeps its zero value.
+  transformPoint(prev, ins, prev.corner0, &plane->corner0);
+  transformPoint(prev, ins, prev.corner1, &plane->corner1);
+  transformPoint(prev, ins, prev.corner3, &plane->corner3);
+  transformPoint(prev, ins, prev.corner2, &plane->corner2);
+  return 1;
+}
+
 // The stored (ascending) triple of the first triangle, whatever the normal reversal.
 int firstTriangle(CKVGen& gen, int* a, int* b, int* c) {
   if (GenInternals::tessellation(gen) == nullptr) return 0;
@@ -196,10 +217,13 @@ int CKVGen::KVGenerate() {
   if (m_seedPlane == nullptr) return 0;
   // Deliberately: with no instructions, the planes generated earlier stay as they are.
   if (m_instructions == nullptr) return 1;
-  destroyPlaneList(m_genPlanes);
-  m_genPlanes = nullptr;
-  m_currentPlane = nullptr;
-  m_selectedGenVertex = nullptr;
+  auto dropPlanes = [this] {
+    destroyPlaneList(m_genPlanes);
+    m_genPlanes = nullptr;
+    m_currentPlane = nullptr;
+    m_selectedGenVertex = nullptr;
+  };
+  dropPlanes();
   if (KVUpdateSeedList2DBox() == 0) return 0;
 
   _D3DVECTOR work = {0.0f, 0.0f, -1.0f};
@@ -207,49 +231,25 @@ int CKVGen::KVGenerate() {
   KUVectorScale(&m_seedPlane->normal, &work, -1.0f);
 
   const bool faceOutlines = m_edgeDetectType == EDGE_DETECT_FACE;
-  tagKExtrudePlane* prev = m_seedPlane;
+  const tagKExtrudePlane* prev = m_seedPlane;
   tagKExtrudePlane** tail = &m_genPlanes;
-  int status = 1;
-  for (tagKExtrudeInstruction* ins = m_instructions; ins != nullptr && status != 0; ins = ins->next) {
+  for (const tagKExtrudeInstruction* ins = m_instructions; ins != nullptr; ins = ins->next) {
+    // A failure never leaves a half-built stack.
     tagKExtrudePlane* plane = makePlane();
     if (plane == nullptr) {
-      status = 0;
-      break;
+      dropPlanes();
+      return 0;
     }
     *tail = plane;
     tail = &plane->next;
     m_currentPlane = plane;
-    tagKExtrudeVertex** vtail = &plane->vertices;
-    for (tagKExtrudeVertex* pv = prev->vertices; pv != nullptr; pv = pv->next) {
-      _D3DVECTOR q;
-      if (transformPoint(*prev, *ins, pv->point.position, &q) == 0) {
-        status = 0;
-        break;
-      }
-      tagKExtrudeVertex* nv = makeVertex(q, faceOutlines);
-      if (nv == nullptr) {
-        status = 0;
-        break;
-      }
-      *vtail = nv;
-      vtail = &nv->next;
+    if (extrudePlane(*prev, *ins, faceOutlines, plane) == 0) {
+      dropPlanes();
+      return 0;
     }
-    if (status == 0) break;
-    // Corner failures are ignored: such a corner keeps its zero value.
-    transformPoint(*prev, *ins, prev->corner0, &plane->corner0);
-    transformPoint(*prev, *ins, prev->corner1, &plane->corner1);
-    transformPoint(*prev, *ins, prev->corner3, &plane->corner3);
-    transformPoint(*prev, *ins, prev->corner2, &plane->corner2);
     _D3DVECTOR n;
     if (KVCalcGenPlaneNormal(&n) != 0) plane->normal = n;
     prev = plane;
-  }
-  if (status == 0) {
-    destroyPlaneList(m_genPlanes);
-    m_genPlanes = nullptr;
-    m_currentPlane = nullptr;
-    m_selectedGenVertex = nullptr;
-    return 0;
   }
   m_selectedGenVertex = nullptr;
   return 1;
