@@ -140,10 +140,22 @@ class Tick {
   explicit Tick(CKDecide& table) : m_table(table), m_out(*TableInternals::outputFIFO(table)) {}
 
   int run() {
-    bool happened = false;
     CKActionRow* const first = TableInternals::firstRow(m_table);
+    bool happened = false;
+    if (readClock()) happened |= fireAtRows(first);
+    // From now on "D" in an AT time means the start of its unit.
+    TableInternals::clockRan(m_table) = 1;
+    happened |= continueRows(first);
+    happened |= drainInput(first);
+    promoteFlagged(first);
+    if (!happened) return 0;
+    traceTick();
+    return 1;
+  }
 
-    // 1. Read the clock and number the ticks within the second.
+ private:
+  // Reads the clock and numbers the ticks within the second (from 1); 0 when the time could not be read.
+  int readClock() {
     tagKDATETIME& now = TableInternals::clockDateTime(m_table);
     const int timeRead = g_timeSource(&now);
     int& tick = TableInternals::tickInSecond(m_table);
@@ -151,33 +163,43 @@ class Tick {
     tick = (tick != -1 && now.second == lastSecond) ? tick + 1 : 1;
     lastSecond = now.second;
     now.extra = tick;
+    return timeRead;
+  }
 
-    // 2. AT rows whose time has come.
-    if (timeRead) {
-      const int clockRan = TableInternals::clockRan(m_table);
-      for (CKActionRow* r = first; r != nullptr; r = next(*r)) {
-        if (RowInternals::rowType(*r) == KAR_ROW_AT && inState(*r, kIdle) &&
-            atTimeMatches(RowInternals::grouping(*r), now, clockRan)) {
-          runRow(*r, 0);
-          happened = true;
-        }
+  // Runs the idle AT rows whose time has come; true when any ran.
+  bool fireAtRows(CKActionRow* first) {
+    const tagKDATETIME& now = TableInternals::clockDateTime(m_table);
+    const int clockRan = TableInternals::clockRan(m_table);
+    bool ran = false;
+    for (CKActionRow* r = first; r != nullptr; r = next(*r)) {
+      if (RowInternals::rowType(*r) == KAR_ROW_AT && inState(*r, kIdle) &&
+          atTimeMatches(RowInternals::grouping(*r), now, clockRan)) {
+        runRow(*r, 0);
+        ran = true;
       }
     }
+    return ran;
+  }
 
-    // 3. From now on "D" in an AT time means the start of its unit.
-    TableInternals::clockRan(m_table) = 1;
-
-    // 4. Rows that asked to run again.
+  // Runs the rows that asked to run again; true when any ran.
+  bool continueRows(CKActionRow* first) {
+    bool ran = false;
     for (CKActionRow* r = first; r != nullptr; r = next(*r)) {
       if (inState(*r, kNext)) {
         runRow(*r, 0);
-        happened = true;
+        ran = true;
       }
     }
+    return ran;
+  }
 
-    // 5. The input commands. The input queue holds at most one ring of commands; bounding the drain
-    // by it keeps a host that attached one FIFO as both input and output from looping for ever.
+  // Takes every input command: a reset, a dispatch to the ON rows that want it, or a pass-through to
+  // the output; true when a row ran or a command was passed on. The input holds at most one ring of
+  // commands; bounding the drain by it keeps a host that attached one FIFO as both input and output
+  // from looping for ever.
+  bool drainInput(CKActionRow* first) {
     CKFIFO& in = *TableInternals::inputFIFO(m_table);
+    bool happened = false;
     for (int n = 0; n < KFI_SLOT_COUNT; ++n) {
       int code = 0;
       int flags = 0;
@@ -188,32 +210,42 @@ class Tick {
       if (code == KAR_CMD_RESET) {
         resetTable(m_table);
       } else if (wants(first, code)) {
-        for (CKActionRow* r = first; r != nullptr; r = next(*r)) {
-          if (RowInternals::event(*r) == code && inState(*r, kIdle)) {
-            happened = true;
-            if (!runRow(*r, 0)) break;
-          }
-        }
+        happened |= dispatch(first, code);
       } else {
         m_out.FIPushFIFOCommand(code, magnitude, &vector, text, flags);
         happened = true;
       }
     }
-
-    // 6. Rows flagged in this tick run on the next.
-    for (CKActionRow* r = first; r != nullptr; r = next(*r))
-      if (inState(*r, kFlag)) setState(*r, kNext);
-
-    if (!happened) return 0;
-    if (std::FILE* stream = TableInternals::traceStream(m_table)) {
-      std::fprintf(stream, "%d/%d/%d[%d]  %d:%d:%d [%d]\n", now.year, now.month, now.day, now.weekDay,
-                   now.hour, now.minute, now.second, tick);
-      std::fflush(stream);
-    }
-    return 1;
+    return happened;
   }
 
- private:
+  // Runs every idle ON row of the code until one fails; true when any ran.
+  bool dispatch(CKActionRow* first, int code) {
+    bool ran = false;
+    for (CKActionRow* r = first; r != nullptr; r = next(*r)) {
+      if (RowInternals::event(*r) == code && inState(*r, kIdle)) {
+        ran = true;
+        if (!runRow(*r, 0)) break;
+      }
+    }
+    return ran;
+  }
+
+  // Rows flagged in this tick run on the next.
+  static void promoteFlagged(CKActionRow* first) {
+    for (CKActionRow* r = first; r != nullptr; r = next(*r))
+      if (inState(*r, kFlag)) setState(*r, kNext);
+  }
+
+  void traceTick() {
+    std::FILE* stream = TableInternals::traceStream(m_table);
+    if (stream == nullptr) return;
+    const tagKDATETIME& now = TableInternals::clockDateTime(m_table);
+    std::fprintf(stream, "%d/%d/%d[%d]  %d:%d:%d [%d]\n", now.year, now.month, now.day, now.weekDay, now.hour,
+                 now.minute, now.second, TableInternals::tickInSecond(m_table));
+    std::fflush(stream);
+  }
+
   // ON rows must stand before the first IN row: the scan for an ON row of the code stops at the first
   // row that is neither ON nor AT, which keeps the per-command cost short.
   static bool wants(CKActionRow* first, int code) {

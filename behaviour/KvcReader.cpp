@@ -131,8 +131,7 @@ class Reader {
 
     if (line[*pos] == '#') return Clause::LineDone;
     if (startsWithEndTag(line + *pos, TableInternals::endTag(m_table))) return Clause::EndTag;
-    TableInternals::setErrorID(m_table, KDE_ERROR_UNKNOWN_WORD);
-    return Clause::Fail;
+    return fail(KDE_ERROR_UNKNOWN_WORD);
   }
 
   Clause triggerClause(int rowType, const char* line, int* pos) {
@@ -161,8 +160,7 @@ class Reader {
         row->ARSetGrouping(token);
         break;
       default:
-        TableInternals::setErrorID(m_table, KDE_ERROR_ROW_TYPE);
-        return Clause::Fail;
+        return fail(KDE_ERROR_ROW_TYPE);
     }
     row->ARSetRowType(rowType);
     return Clause::Applied;
@@ -170,47 +168,33 @@ class Reader {
 
   Clause actionClause(int action, const char* line, int* pos) {
     // An action needs a row to act on; one before any trigger is malformed.
-    if (m_row == nullptr) {
-      TableInternals::setErrorID(m_table, KDE_ERROR_ACTION);
-      return Clause::Fail;
-    }
+    if (m_row == nullptr) return fail(KDE_ERROR_ACTION);
     char token[kBareTokenLen + 1];
     token[0] = '\0';
-    if (takesToken(action) && !readToken(line, pos, token)) {
-      if (action != KAR_ACTION_RUN) {
-        TableInternals::setErrorID(m_table, KDE_ERROR_ACTION_TOKEN);
-        return Clause::LineDone;
-      }
+    // Only RUN may stand at the end of a line without its token; any other action there is
+    // recorded and not applied, and the line ends.
+    if (takesToken(action) && !readToken(line, pos, token) && action != KAR_ACTION_RUN) {
+      TableInternals::setErrorID(m_table, KDE_ERROR_ACTION_TOKEN);
+      return Clause::LineDone;
     }
+    if (CKActionRow::ARAcceptsTextData(action)) {
+      m_row->ARSetAction(action);
+      m_row->ARSetTextData(token);
+      return Clause::Applied;
+    }
+    if (!takesToken(action)) {
+      m_row->ARSetAction(action);
+      return Clause::Applied;
+    }
+    return argumentClause(action, token);
+  }
+
+  // MOVE, FOR and BY, whose token is a motion or a number.
+  Clause argumentClause(int action, const char* token) {
     switch (action) {
-      case KAR_ACTION_CALL:
-      case KAR_ACTION_REPLACE:
-      case KAR_ACTION_PLAY:
-      case KAR_ACTION_LOAD:
-      case KAR_ACTION_RUN:
-      case KAR_ACTION_PING:
-      case KAR_ACTION_GOTO:
-      case KAR_ACTION_PLAYBACK:
-      case KAR_ACTION_USERGOTO:
-        m_row->ARSetAction(action);
-        m_row->ARSetTextData(token);
-        return Clause::Applied;
-      case KAR_ACTION_RETURN:
-      case KAR_ACTION_STOP:
-      case KAR_ACTION_NULL:
-      case KAR_ACTION_DELETE:
-      case KAR_ACTION_COPY:
-      case KAR_ACTION_CUT:
-      case KAR_ACTION_ZOOMIN:
-      case KAR_ACTION_ZOOMOUT:
-        m_row->ARSetAction(action);
-        return Clause::Applied;
       case KAR_ACTION_MOVE: {
         int motion = 0;
-        if (!m_table.DEGetMoveType(&motion, token)) {
-          TableInternals::setErrorID(m_table, KDE_ERROR_MOTION);
-          return Clause::Fail;
-        }
+        if (!m_table.DEGetMoveType(&motion, token)) return fail(KDE_ERROR_MOTION);
         m_row->ARSetAction(KAR_ACTION_MOVE);
         m_row->ARSetMotion(motion);
         return Clause::Applied;
@@ -230,9 +214,13 @@ class Reader {
         return Clause::Applied;
       }
       default:
-        TableInternals::setErrorID(m_table, KDE_ERROR_ACTION);
-        return Clause::Fail;
+        return fail(KDE_ERROR_ACTION);
     }
+  }
+
+  Clause fail(unsigned int errorID) {
+    TableInternals::setErrorID(m_table, errorID);
+    return Clause::Fail;
   }
 
   CKDecide& m_table;
