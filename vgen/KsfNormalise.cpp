@@ -7,6 +7,7 @@
 #include <new>
 #include <string>
 
+#include "Boundary.h"
 #include "KFile.h"
 #include "KNormalise.h"
 #include "KPathVars.h"
@@ -18,6 +19,7 @@
 
 namespace {
 
+using kutil::detail::guarded;
 using kutil::detail::isEmpty;
 
 // Name buffers of the path-variable functions hold 264 characters.
@@ -85,9 +87,7 @@ int saveSafely(CKVGen* shape, const char* path) {
   return kutil::detail::replaceByRename(path, temp) ? 1 : 0;
 }
 
-}  // namespace
-
-int KUConvertKSFToRelative(const char* path) {
+int convertToRelative(const char* path) {
   if (isEmpty(path) || KUIsVariablised(path) != 0) return 1;
   RestoredShape shape(path, true);
   if (shape.get() == nullptr) return 0;
@@ -102,7 +102,7 @@ int KUConvertKSFToRelative(const char* path) {
   return gen.KVSave(path);
 }
 
-int KUCopyKSFFileParts(const char* path, const char* target) {
+int gatherParts(const char* path, const char* target) {
   if (isEmpty(path)) return 1;
   if (target == nullptr) return 0;
   RestoredShape shape(path, true);
@@ -122,7 +122,7 @@ int KUCopyKSFFileParts(const char* path, const char* target) {
   return gen.KVSave(path);
 }
 
-int KUIsKSFFileNormalised(const char* path) {
+int isNormalised(const char* path) {
   RestoredShape shape(path, false);
   if (shape.get() == nullptr) return 0;
   CKVGen& gen = *shape.get();
@@ -134,7 +134,7 @@ int KUIsKSFFileNormalised(const char* path) {
   return 0;
 }
 
-int KUDeRelativiseKSF(const char* directory, const char* shapeFile) {
+int deRelativise(const char* directory, const char* shapeFile) {
   if (directory == nullptr || isEmpty(shapeFile)) return 0;
   RestoredShape restored(shapeFile, false);
   if (restored.get() == nullptr) return 0;
@@ -152,4 +152,26 @@ int KUDeRelativiseKSF(const char* directory, const char* shapeFile) {
   }
   if (!allSet || !changed) return 0;
   return saveSafely(&shape, shapeFile);
+}
+
+}  // namespace
+
+// Each call runs through guarded: the temporary name a shape file is saved
+// under is a standard-library string, and out of memory is a failure like any
+// other.
+
+int KUConvertKSFToRelative(const char* path) {
+  return guarded([&] { return convertToRelative(path); });
+}
+
+int KUCopyKSFFileParts(const char* path, const char* target) {
+  return guarded([&] { return gatherParts(path, target); });
+}
+
+int KUIsKSFFileNormalised(const char* path) {
+  return guarded([&] { return isNormalised(path); });
+}
+
+int KUDeRelativiseKSF(const char* directory, const char* shapeFile) {
+  return guarded([&] { return deRelativise(directory, shapeFile); });
 }
