@@ -1,72 +1,26 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
-// One row of a behaviour table, and the keyword tables of the behaviour language.
+// One row of a behaviour table, and the lookups of the behaviour language's keywords.
+#include <cstddef>
 #include <cstring>
 #include <new>
 
 #include "KActionRow.h"
 #include "KText.h"
+#include "Vocabulary.h"
 
 namespace {
 
-struct Keyword {
-  int code;
-  const char* text;
-};
+using kutil::detail::actionWord;
+using kutil::detail::ActionWord;
+using kutil::detail::Keyword;
 
-// Event keywords in the order the reader tries them; the codes are deliberately sparse.
-const Keyword kEvents[] = {
-    {KAR_EVENT_COLLIDE, "collide"},   {KAR_EVENT_IMPACT, "impact"},     {KAR_EVENT_SELECT, "select"},
-    {KAR_EVENT_DESELECT, "deselect"}, {KAR_EVENT_PROPERTY, "property"}, {KAR_EVENT_OPEN, "open"},
-    {KAR_EVENT_COPY, "copy"},         {KAR_EVENT_DELETE, "delete"},     {KAR_EVENT_CUT, "cut"},
-    {KAR_EVENT_PING, "ping"},
-};
-
-const Keyword kMotions[] = {
-    {KAR_MOTION_FORWARD, "FORWARD"},
-    {KAR_MOTION_BACKWARD, "BACKWARD"},
-    {KAR_MOTION_TURNLEFT, "TURNLEFT"},
-    {KAR_MOTION_TURNRIGHT, "TURNRIGHT"},
-    {KAR_MOTION_UP, "UP"},
-    {KAR_MOTION_DOWN, "DOWN"},
-    {KAR_MOTION_LOOKUP, "LOOKUP"},
-    {KAR_MOTION_LOOKDOWN, "LOOKDOWN"},
-    {KAR_MOTION_AUTOLEVEL, "AUTOLEVEL"},
-    {KAR_MOTION_SHIFTLEFT, "SHIFTLEFT"},
-    {KAR_MOTION_SHIFTRIGHT, "SHIFTRIGHT"},
-    {KAR_MOTION_TURNUP, "TURNUP"},
-    {KAR_MOTION_TURNDOWN, "TURNDOWN"},
-    {KAR_MOTION_ROLLLEFT, "ROLLLEFT"},
-    {KAR_MOTION_ROLLRIGHT, "ROLLRIGHT"},
-};
-
-// Indexed by action code 0..19.
-struct ActionInfo {
-  const char* text;
-  bool repeatable;
-  bool takesText;
-  bool takesMagnitude;
-};
-const ActionInfo kActions[] = {
-    {"CALL", true, true, false},     {"RETURN", false, false, false},  {"MOVE", true, false, true},
-    {"STOP", false, false, false},   {"NULL", true, false, false},     {"REPLACE", false, true, false},
-    {"PLAY", true, true, false},     {"LOAD", false, true, false},     {"RUN", true, true, false},
-    {"DELETE", false, false, false}, {"COPY", false, false, false},    {"CUT", false, false, false},
-    {"FOR", false, false, false},    {"BY", false, false, false},      {"PING", true, true, false},
-    {"GOTO", false, true, false},    {"PLAYBACK", true, true, false},  {"ZOOMIN", true, false, true},
-    {"ZOOMOUT", true, false, true},  {"USERGOTO", false, true, false},
-};
-constexpr int kActionCount = static_cast<int>(sizeof(kActions) / sizeof(kActions[0]));
-
-const ActionInfo* actionInfo(int action) {
-  return (action >= 0 && action < kActionCount) ? &kActions[action] : nullptr;
-}
-
-int copyKeyword(const Keyword* table, int count, int code, char* text) {
+template <std::size_t N>
+int copyKeyword(const Keyword (&table)[N], int code, char* text) {
   if (!text) return 0;
-  for (int i = 0; i < count; ++i) {
-    if (table[i].code == code) {
-      std::strcpy(text, table[i].text);
+  for (const Keyword& k : table) {
+    if (k.code == code) {
+      std::strcpy(text, k.text);
       return 1;
     }
   }
@@ -241,28 +195,27 @@ int CKActionRow::ARGetIterations(int* iterations) const {
 }
 
 int CKActionRow::ARGetTextForRowType(int code, char* text) {
-  static const Keyword rows[] = {{KAR_ROW_ON, "ON"}, {KAR_ROW_IN, "IN"}, {KAR_ROW_AT, "AT"}};
-  return copyKeyword(rows, 3, code, text);
+  return copyKeyword(kutil::detail::kRowKeywords, code, text);
 }
 
 int CKActionRow::ARGetTextForEventType(int code, char* text) {
-  return copyKeyword(kEvents, static_cast<int>(sizeof(kEvents) / sizeof(kEvents[0])), code, text);
+  return copyKeyword(kutil::detail::kEventKeywords, code, text);
 }
 
 int CKActionRow::ARGetTextForActionType(int code, char* text) {
-  const ActionInfo* info = actionInfo(code);
+  const ActionWord* info = actionWord(code);
   if (!info || !text) return 0;
   std::strcpy(text, info->text);
   return 1;
 }
 
 int CKActionRow::ARGetTextForMotionType(int code, char* text) {
-  return copyKeyword(kMotions, static_cast<int>(sizeof(kMotions) / sizeof(kMotions[0])), code, text);
+  return copyKeyword(kutil::detail::kMotionKeywords, code, text);
 }
 
 int CKActionRow::ARGetEventTypeFromText(int* code, const char* text) {
   if (!code || !text) return 0;
-  for (const Keyword& event : kEvents) {
+  for (const Keyword& event : kutil::detail::kEventKeywords) {
     if (std::strcmp(event.text, text) == 0) {
       *code = event.code;
       return 1;
@@ -272,17 +225,17 @@ int CKActionRow::ARGetEventTypeFromText(int* code, const char* text) {
 }
 
 int CKActionRow::ARIsRepeatable(int action) {
-  const ActionInfo* info = actionInfo(action);
+  const ActionWord* info = actionWord(action);
   return (info && info->repeatable) ? 1 : 0;
 }
 
 int CKActionRow::ARAcceptsTextData(int action) {
-  const ActionInfo* info = actionInfo(action);
+  const ActionWord* info = actionWord(action);
   return (info && info->takesText) ? 1 : 0;
 }
 
 int CKActionRow::ARAcceptsMagnitude(int action) {
-  const ActionInfo* info = actionInfo(action);
+  const ActionWord* info = actionWord(action);
   return (info && info->takesMagnitude) ? 1 : 0;
 }
 

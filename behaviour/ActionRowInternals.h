@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
-// In-place access to an action row's fields for the behaviour table and its clock, which walk and
-// compare rows on every tick and must neither copy texts nor allocate.
+// In-place access to an action row's fields for the behaviour table, its reader, writer and clock,
+// which walk and compare rows on every tick and must neither copy texts nor allocate.
 #pragma once
 #include "KActionRow.h"
 
 namespace kutil::detail {
 
-class ActionRowAccess {
- public:
+template <>
+struct Internals<CKActionRow> {
   static CKActionRow* next(const CKActionRow& row) { return row.m_pNext; }
   static void setNext(CKActionRow& row, CKActionRow* next) { row.m_pNext = next; }
 
@@ -26,6 +26,7 @@ class ActionRowAccess {
   static const char* callStack(const CKActionRow& row) { return row.m_callStack; }
   static const char* textData(const CKActionRow& row) { return row.m_textData; }
 
+  // The playback of a PLAYBACK row, which only the clock drives.
   static CKInputRecord* recorder(const CKActionRow& row) { return row.m_pRecorder; }
   static int getPlaybackCommand(CKActionRow& row, int* code, int* flags, char* text) {
     return row.ARGetPlaybackCommand(code, flags, text);

@@ -11,8 +11,8 @@
 #include "KText.h"
 #include "TestHooks.h"
 
-using kutil::detail::ActionRowAccess;
-using kutil::detail::DecideAccess;
+using RowInternals = kutil::detail::Internals<CKActionRow>;
+using TableInternals = kutil::detail::Internals<CKDecide>;
 
 namespace {
 
@@ -30,17 +30,16 @@ constexpr int kMaxRunDepth = 64;
 
 kutil::detail::ClockTimeSource g_timeSource = &KUGetDateTime;
 
-CKActionRow* next(const CKActionRow& row) { return ActionRowAccess::next(row); }
+CKActionRow* next(const CKActionRow& row) { return RowInternals::next(row); }
 bool inState(const CKActionRow& row, const char* state) {
-  return std::strcmp(ActionRowAccess::runState(row), state) == 0;
+  return std::strcmp(RowInternals::runState(row), state) == 0;
 }
 void setState(CKActionRow& row, const char* state) { row.ARSetRunState(state); }
 
 // The following row when it belongs to the same group, else null.
 CKActionRow* nextInGroup(const CKActionRow& row) {
   CKActionRow* n = next(row);
-  if (n != nullptr && std::strcmp(ActionRowAccess::grouping(*n), ActionRowAccess::grouping(row)) == 0)
-    return n;
+  if (n != nullptr && std::strcmp(RowInternals::grouping(*n), RowInternals::grouping(row)) == 0) return n;
   return nullptr;
 }
 
@@ -81,14 +80,14 @@ bool atTimeMatches(const char* g, const tagKDATETIME& now, int clockRan) {
 }
 
 int resetTable(CKDecide& table) {
-  CKActionRow* first = DecideAccess::firstRow(table);
+  CKActionRow* first = TableInternals::firstRow(table);
   for (CKActionRow* r = first; r != nullptr; r = next(*r)) {
     r->ARSetCallStack(kEmptyStack);
-    const int clicks = ActionRowAccess::repeatClicks(*r);
-    if (clicks >= 0) ActionRowAccess::iterations(*r) = clicks;
+    const int clicks = RowInternals::repeatClicks(*r);
+    if (clicks >= 0) RowInternals::iterations(*r) = clicks;
     setState(*r, kIdle);
   }
-  DecideAccess::trace(table, "***STOP+RESET***");
+  TableInternals::trace(table, "***STOP+RESET***");
   return first != nullptr ? 1 : 0;
 }
 
@@ -99,16 +98,16 @@ void traceRow(std::FILE* stream, const CKActionRow& row) {
   const char* line = nullptr;
   const char* label = nullptr;
   char eventWord[16];
-  const char* subject = ActionRowAccess::grouping(row);
-  switch (ActionRowAccess::rowType(row)) {
+  const char* subject = RowInternals::grouping(row);
+  switch (RowInternals::rowType(row)) {
     case -1:
       line = "ERROR: Row Type not set.";
       break;
     case KAR_ROW_ON:
       label = "ON";
-      if (ActionRowAccess::event(row) == 0) {
+      if (RowInternals::event(row) == 0) {
         line = "ERROR: ON Event Type not set.";
-      } else if (!CKActionRow::ARGetTextForEventType(ActionRowAccess::event(row), eventWord)) {
+      } else if (!CKActionRow::ARGetTextForEventType(RowInternals::event(row), eventWord)) {
         line = "ERROR: ON Event Type not recognised.";
       } else {
         subject = eventWord;
@@ -130,55 +129,77 @@ void traceRow(std::FILE* stream, const CKActionRow& row) {
     std::fprintf(stream, "%s\n", line);
   } else {
     char actionWord[16] = "";
-    CKActionRow::ARGetTextForActionType(ActionRowAccess::action(row), actionWord);
-    std::fprintf(stream, "%s %s %s [%s]\n", label, subject, actionWord, ActionRowAccess::textData(row));
+    CKActionRow::ARGetTextForActionType(RowInternals::action(row), actionWord);
+    std::fprintf(stream, "%s %s %s [%s]\n", label, subject, actionWord, RowInternals::textData(row));
   }
   std::fflush(stream);
 }
 
 class Tick {
  public:
-  explicit Tick(CKDecide& table) : m_table(table), m_out(*DecideAccess::outputFIFO(table)) {}
+  explicit Tick(CKDecide& table) : m_table(table), m_out(*TableInternals::outputFIFO(table)) {}
 
   int run() {
+    CKActionRow* const first = TableInternals::firstRow(m_table);
     bool happened = false;
-    CKActionRow* const first = DecideAccess::firstRow(m_table);
+    if (readClock()) happened |= fireAtRows(first);
+    // From now on "D" in an AT time means the start of its unit.
+    TableInternals::clockRan(m_table) = 1;
+    happened |= continueRows(first);
+    happened |= drainInput(first);
+    promoteFlagged(first);
+    if (!happened) return 0;
+    traceTick();
+    return 1;
+  }
 
-    // 1. Read the clock and number the ticks within the second.
-    tagKDATETIME& now = DecideAccess::clockDateTime(m_table);
+ private:
+  // Reads the clock and numbers the ticks within the second (from 1); 0 when the time could not be read.
+  int readClock() {
+    tagKDATETIME& now = TableInternals::clockDateTime(m_table);
     const int timeRead = g_timeSource(&now);
-    int& tick = DecideAccess::tickInSecond(m_table);
-    int& lastSecond = DecideAccess::lastSecond(m_table);
+    int& tick = TableInternals::tickInSecond(m_table);
+    int& lastSecond = TableInternals::lastSecond(m_table);
     tick = (tick != -1 && now.second == lastSecond) ? tick + 1 : 1;
     lastSecond = now.second;
     now.extra = tick;
+    return timeRead;
+  }
 
-    // 2. AT rows whose time has come.
-    if (timeRead) {
-      const int clockRan = DecideAccess::clockRan(m_table);
-      for (CKActionRow* r = first; r != nullptr; r = next(*r)) {
-        if (ActionRowAccess::rowType(*r) == KAR_ROW_AT && inState(*r, kIdle) &&
-            atTimeMatches(ActionRowAccess::grouping(*r), now, clockRan)) {
-          runRow(*r, 0);
-          happened = true;
-        }
+  // Runs the idle AT rows whose time has come; true when any ran.
+  bool fireAtRows(CKActionRow* first) {
+    const tagKDATETIME& now = TableInternals::clockDateTime(m_table);
+    const int clockRan = TableInternals::clockRan(m_table);
+    bool ran = false;
+    for (CKActionRow* r = first; r != nullptr; r = next(*r)) {
+      if (RowInternals::rowType(*r) == KAR_ROW_AT && inState(*r, kIdle) &&
+          atTimeMatches(RowInternals::grouping(*r), now, clockRan)) {
+        runRow(*r, 0);
+        ran = true;
       }
     }
+    return ran;
+  }
 
-    // 3. From now on "D" in an AT time means the start of its unit.
-    DecideAccess::clockRan(m_table) = 1;
-
-    // 4. Rows that asked to run again.
+  // Runs the rows that asked to run again; true when any ran.
+  bool continueRows(CKActionRow* first) {
+    bool ran = false;
     for (CKActionRow* r = first; r != nullptr; r = next(*r)) {
       if (inState(*r, kNext)) {
         runRow(*r, 0);
-        happened = true;
+        ran = true;
       }
     }
+    return ran;
+  }
 
-    // 5. The input commands. The input queue holds at most one ring of commands; bounding the drain
-    // by it keeps a host that attached one FIFO as both input and output from looping for ever.
-    CKFIFO& in = *DecideAccess::inputFIFO(m_table);
+  // Takes every input command: a reset, a dispatch to the ON rows that want it, or a pass-through to
+  // the output; true when a row ran or a command was passed on. The input holds at most one ring of
+  // commands; bounding the drain by it keeps a host that attached one FIFO as both input and output
+  // from looping for ever.
+  bool drainInput(CKActionRow* first) {
+    CKFIFO& in = *TableInternals::inputFIFO(m_table);
+    bool happened = false;
     for (int n = 0; n < KFI_SLOT_COUNT; ++n) {
       int code = 0;
       int flags = 0;
@@ -189,38 +210,48 @@ class Tick {
       if (code == KAR_CMD_RESET) {
         resetTable(m_table);
       } else if (wants(first, code)) {
-        for (CKActionRow* r = first; r != nullptr; r = next(*r)) {
-          if (ActionRowAccess::event(*r) == code && inState(*r, kIdle)) {
-            happened = true;
-            if (!runRow(*r, 0)) break;
-          }
-        }
+        happened |= dispatch(first, code);
       } else {
         m_out.FIPushFIFOCommand(code, magnitude, &vector, text, flags);
         happened = true;
       }
     }
-
-    // 6. Rows flagged in this tick run on the next.
-    for (CKActionRow* r = first; r != nullptr; r = next(*r))
-      if (inState(*r, kFlag)) setState(*r, kNext);
-
-    if (!happened) return 0;
-    if (std::FILE* stream = DecideAccess::traceStream(m_table)) {
-      std::fprintf(stream, "%d/%d/%d[%d]  %d:%d:%d [%d]\n", now.year, now.month, now.day, now.weekDay,
-                   now.hour, now.minute, now.second, tick);
-      std::fflush(stream);
-    }
-    return 1;
+    return happened;
   }
 
- private:
+  // Runs every idle ON row of the code until one fails; true when any ran.
+  bool dispatch(CKActionRow* first, int code) {
+    bool ran = false;
+    for (CKActionRow* r = first; r != nullptr; r = next(*r)) {
+      if (RowInternals::event(*r) == code && inState(*r, kIdle)) {
+        ran = true;
+        if (!runRow(*r, 0)) break;
+      }
+    }
+    return ran;
+  }
+
+  // Rows flagged in this tick run on the next.
+  static void promoteFlagged(CKActionRow* first) {
+    for (CKActionRow* r = first; r != nullptr; r = next(*r))
+      if (inState(*r, kFlag)) setState(*r, kNext);
+  }
+
+  void traceTick() {
+    std::FILE* stream = TableInternals::traceStream(m_table);
+    if (stream == nullptr) return;
+    const tagKDATETIME& now = TableInternals::clockDateTime(m_table);
+    std::fprintf(stream, "%d/%d/%d[%d]  %d:%d:%d [%d]\n", now.year, now.month, now.day, now.weekDay, now.hour,
+                 now.minute, now.second, TableInternals::tickInSecond(m_table));
+    std::fflush(stream);
+  }
+
   // ON rows must stand before the first IN row: the scan for an ON row of the code stops at the first
   // row that is neither ON nor AT, which keeps the per-command cost short.
   static bool wants(CKActionRow* first, int code) {
     for (CKActionRow* r = first; r != nullptr; r = next(*r)) {
-      const int type = ActionRowAccess::rowType(*r);
-      if (type == KAR_ROW_ON && ActionRowAccess::event(*r) == code) return true;
+      const int type = RowInternals::rowType(*r);
+      if (type == KAR_ROW_ON && RowInternals::event(*r) == code) return true;
       if (type != KAR_ROW_ON && type != KAR_ROW_AT) return false;
     }
     return false;
@@ -228,7 +259,7 @@ class Tick {
 
   int runRow(CKActionRow& row, int depth) {
     if (depth > kMaxRunDepth) return 0;
-    switch (ActionRowAccess::rowType(row)) {
+    switch (RowInternals::rowType(row)) {
       case KAR_ROW_ON:
       case KAR_ROW_AT:
         return runOnAt(row, depth);
@@ -240,8 +271,8 @@ class Tick {
   }
 
   int runOnAt(CKActionRow& row, int depth) {
-    int& iterations = ActionRowAccess::iterations(row);
-    const int clicks = ActionRowAccess::repeatClicks(row);
+    int& iterations = RowInternals::iterations(row);
+    const int clicks = RowInternals::repeatClicks(row);
     if (clicks >= 0 && iterations <= 0) {
       iterations = clicks;
       setState(row, kIdle);
@@ -249,11 +280,11 @@ class Tick {
     }
     if (!perform(row, depth)) return 0;
     if (inState(row, kBusy)) return 1;
-    if (ActionRowAccess::isPlayingBack(row)) {
+    if (RowInternals::isPlayingBack(row)) {
       setState(row, kFlag);
       return 1;
     }
-    ActionRowAccess::restartPlayback(row);
+    RowInternals::restartPlayback(row);
     if (iterations < 1) return 1;
     --iterations;
     setState(row, kFlag);
@@ -265,28 +296,28 @@ class Tick {
     // A row whose repeats are used up hands on to the next member of its group at once; that hand-on
     // is a loop rather than a call so that a long group cannot exhaust the stack.
     for (;;) {
-      int& iterations = ActionRowAccess::iterations(*row);
-      const int clicks = ActionRowAccess::repeatClicks(*row);
+      int& iterations = RowInternals::iterations(*row);
+      const int clicks = RowInternals::repeatClicks(*row);
       if (!(clicks >= 1 && iterations <= 0)) break;
       iterations = clicks;
       setState(*row, kIdle);
       CKActionRow* member = nextInGroup(*row);
       if (member == nullptr) return 1;
       setState(*member, kFlag);
-      if (ActionRowAccess::rowType(*member) != KAR_ROW_IN) return runRow(*member, depth + 1);
+      if (RowInternals::rowType(*member) != KAR_ROW_IN) return runRow(*member, depth + 1);
       row = member;
     }
-    int& iterations = ActionRowAccess::iterations(*row);
+    int& iterations = RowInternals::iterations(*row);
     if (!perform(*row, depth)) {
       setState(*row, kIdle);
       return 0;
     }
     if (inState(*row, kBusy)) return 1;
-    if (ActionRowAccess::isPlayingBack(*row)) {
+    if (RowInternals::isPlayingBack(*row)) {
       setState(*row, kFlag);
       return 1;
     }
-    ActionRowAccess::restartPlayback(*row);
+    RowInternals::restartPlayback(*row);
     if (iterations > 0) {
       --iterations;
       setState(*row, kFlag);
@@ -304,27 +335,27 @@ class Tick {
   // Pushes a command that carries the row's text; a row without text fails and pushes nothing.
   int pushText(CKActionRow& row, int code) {
     setState(row, kIdle);
-    const char* text = ActionRowAccess::textData(row);
+    const char* text = RowInternals::textData(row);
     if (text[0] == '\0') return 0;
     return push(code, 1.0f, text);
   }
 
   int perform(CKActionRow& row, int depth) {
-    if (std::FILE* stream = DecideAccess::traceStream(m_table)) traceRow(stream, row);
-    switch (ActionRowAccess::action(row)) {
+    if (std::FILE* stream = TableInternals::traceStream(m_table)) traceRow(stream, row);
+    switch (RowInternals::action(row)) {
       case KAR_ACTION_MOVE:
         setState(row, kIdle);
-        return push(ActionRowAccess::motion(row), ActionRowAccess::magnitude(row), "");
+        return push(RowInternals::motion(row), RowInternals::magnitude(row), "");
       case KAR_ACTION_ZOOMIN:
         setState(row, kIdle);
-        return push(KAR_CMD_ZOOMIN, ActionRowAccess::magnitude(row), "");
+        return push(KAR_CMD_ZOOMIN, RowInternals::magnitude(row), "");
       case KAR_ACTION_ZOOMOUT:
         setState(row, kIdle);
-        return push(KAR_CMD_ZOOMOUT, ActionRowAccess::magnitude(row), "");
+        return push(KAR_CMD_ZOOMOUT, RowInternals::magnitude(row), "");
       case KAR_ACTION_RUN:
         setState(row, kIdle);
-        if (ActionRowAccess::textData(row)[0] == '\0') return push(KAR_CMD_RUN_NOTEXT, 1.0f, "");
-        return push(KAR_CMD_RUN, 1.0f, ActionRowAccess::textData(row));
+        if (RowInternals::textData(row)[0] == '\0') return push(KAR_CMD_RUN_NOTEXT, 1.0f, "");
+        return push(KAR_CMD_RUN, 1.0f, RowInternals::textData(row));
       case KAR_ACTION_PLAY:
         return pushText(row, KAR_CMD_PLAY);
       case KAR_ACTION_REPLACE:
@@ -345,8 +376,8 @@ class Tick {
         setState(row, kIdle);
         return push(KAR_EVENT_COPY, 1.0f, "");
       case KAR_ACTION_PING: {
-        const int type = ActionRowAccess::rowType(row);
-        if (type == KAR_ROW_ON) return pushText(row, ActionRowAccess::event(row));
+        const int type = RowInternals::rowType(row);
+        if (type == KAR_ROW_ON) return pushText(row, RowInternals::event(row));
         if (type == KAR_ROW_IN || type == KAR_ROW_AT) return pushText(row, KAR_EVENT_PING);
         setState(row, kIdle);
         return 0;
@@ -369,15 +400,15 @@ class Tick {
   }
 
   int call(CKActionRow& row, int depth) {
-    const char* name = ActionRowAccess::textData(row);
+    const char* name = RowInternals::textData(row);
     // A name too long for the call stack is cut; no group can have such a name, so the call fails.
     char stack[KAR_CALLSTACK_LEN + 1];
     std::strcpy(stack, kCallPrefix);
     KUSafeStrncpy(stack + kCallPrefixLen, name, KAR_CALLSTACK_LEN - kCallPrefixLen);
     row.ARSetCallStack(stack);
     setState(row, kBusy);
-    for (CKActionRow* r = DecideAccess::firstRow(m_table); r != nullptr; r = next(*r)) {
-      if (ActionRowAccess::rowType(*r) == KAR_ROW_IN && std::strcmp(ActionRowAccess::grouping(*r), name) == 0)
+    for (CKActionRow* r = TableInternals::firstRow(m_table); r != nullptr; r = next(*r)) {
+      if (RowInternals::rowType(*r) == KAR_ROW_IN && std::strcmp(RowInternals::grouping(*r), name) == 0)
         return runRow(*r, depth + 1);
     }
     // No such group: the call fails and the row is left as the call set it, waiting, until a reset.
@@ -386,9 +417,9 @@ class Tick {
 
   // The caller is the row whose call stack is "call." and this row's group.
   CKActionRow* findCaller(const CKActionRow& row) {
-    const char* group = ActionRowAccess::grouping(row);
-    for (CKActionRow* r = DecideAccess::firstRow(m_table); r != nullptr; r = next(*r)) {
-      const char* stack = ActionRowAccess::callStack(*r);
+    const char* group = RowInternals::grouping(row);
+    for (CKActionRow* r = TableInternals::firstRow(m_table); r != nullptr; r = next(*r)) {
+      const char* stack = RowInternals::callStack(*r);
       if (std::strncmp(stack, kCallPrefix, kCallPrefixLen) == 0 &&
           std::strcmp(stack + kCallPrefixLen, group) == 0)
         return r;
@@ -402,19 +433,19 @@ class Tick {
     if (caller == nullptr) return 0;
     setState(*caller, kIdle);
     caller->ARSetCallStack(kEmptyStack);
-    int& iterations = ActionRowAccess::iterations(*caller);
+    int& iterations = RowInternals::iterations(*caller);
     if (iterations > 0) {
       --iterations;
       runRow(*caller, depth + 1);
       return 1;
     }
-    const int clicks = ActionRowAccess::repeatClicks(*caller);
+    const int clicks = RowInternals::repeatClicks(*caller);
     if (clicks > 0) iterations = clicks;
-    if (ActionRowAccess::rowType(*caller) == KAR_ROW_IN) {
+    if (RowInternals::rowType(*caller) == KAR_ROW_IN) {
       if (CKActionRow* member = nextInGroup(*caller)) {
         setState(*member, kFlag);
         // A RETURN right after the call unwinds the outer call in this same tick.
-        if (ActionRowAccess::action(*member) == KAR_ACTION_RETURN) runRow(*member, depth + 1);
+        if (RowInternals::action(*member) == KAR_ACTION_RETURN) runRow(*member, depth + 1);
       }
     }
     return 1;
@@ -424,9 +455,9 @@ class Tick {
     int code = 0;
     int flags = 0;
     char text[KAR_TEXTDATA_LEN + 1];
-    if (ActionRowAccess::getPlaybackCommand(row, &code, &flags, text)) {
+    if (RowInternals::getPlaybackCommand(row, &code, &flags, text)) {
       float magnitude = 0.0f;
-      KUGetMagnitudeForFIFOInput(&magnitude, flags, DecideAccess::itemScaleFactor(m_table), code);
+      KUGetMagnitudeForFIFOInput(&magnitude, flags, TableInternals::itemScaleFactor(m_table), code);
       push(code, magnitude, text);
       if (flags & 1) push(code, magnitude, text);
     }

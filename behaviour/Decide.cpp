@@ -9,17 +9,12 @@
 #include "KDecide.h"
 #include "KText.h"
 #include "OsSystem.h"
+#include "TextDetail.h"
 
-using kutil::detail::ActionRowAccess;
+using kutil::detail::copyBounded;
+using RowInternals = kutil::detail::Internals<CKActionRow>;
 
 namespace {
-
-// Copies at most capacity characters and always terminates.
-void copyBounded(char* out, const char* in, int capacity) {
-  int i = 0;
-  for (; i < capacity && in[i] != '\0'; ++i) out[i] = in[i];
-  out[i] = '\0';
-}
 
 // Writes the whole of tag reversed. KUReverse keeps the first and last characters in place, which
 // would turn "[RVA]" into "[AVR]"; the end tag must be "]AVR[", so it is reversed here in full.
@@ -31,7 +26,7 @@ void reverseFully(char* out, const char* tag) {
 
 // True when row is one of the table's rows.
 bool isInList(CKActionRow* first, const CKActionRow* row) {
-  for (CKActionRow* r = first; r != nullptr; r = ActionRowAccess::next(*r))
+  for (CKActionRow* r = first; r != nullptr; r = RowInternals::next(*r))
     if (r == row) return true;
   return false;
 }
@@ -86,29 +81,29 @@ int CKDecide::DEInitialise() {
 // make the list a cycle.
 int CKDecide::DEAddActionRow(CKActionRow* row) {
   if (row == nullptr || isInList(m_firstRow, row)) return 0;
-  ActionRowAccess::setNext(*row, nullptr);
+  RowInternals::setNext(*row, nullptr);
   if (m_firstRow == nullptr) {
     m_firstRow = row;
     return 1;
   }
   CKActionRow* last = m_firstRow;
-  while (ActionRowAccess::next(*last) != nullptr) last = ActionRowAccess::next(*last);
-  ActionRowAccess::setNext(*last, row);
+  while (RowInternals::next(*last) != nullptr) last = RowInternals::next(*last);
+  RowInternals::setNext(*last, row);
   return 1;
 }
 
 int CKDecide::DEInsertActionRow(CKActionRow* row) {
   if (row == nullptr || m_selectedRow == nullptr || isInList(m_firstRow, row)) return 0;
   if (m_selectedRow == m_firstRow) {
-    ActionRowAccess::setNext(*row, m_firstRow);
+    RowInternals::setNext(*row, m_firstRow);
     m_firstRow = row;
     m_selectedRow = row;
     return 1;
   }
-  for (CKActionRow* r = m_firstRow; r != nullptr; r = ActionRowAccess::next(*r)) {
-    if (ActionRowAccess::next(*r) == m_selectedRow) {
-      ActionRowAccess::setNext(*row, m_selectedRow);
-      ActionRowAccess::setNext(*r, row);
+  for (CKActionRow* r = m_firstRow; r != nullptr; r = RowInternals::next(*r)) {
+    if (RowInternals::next(*r) == m_selectedRow) {
+      RowInternals::setNext(*row, m_selectedRow);
+      RowInternals::setNext(*r, row);
       m_selectedRow = row;
       return 1;
     }
@@ -119,8 +114,8 @@ int CKDecide::DEInsertActionRow(CKActionRow* row) {
 int CKDecide::DEAppendActionRow(CKActionRow* row) {
   if (row == nullptr || m_selectedRow == nullptr || row == m_selectedRow || isInList(m_firstRow, row))
     return 0;
-  ActionRowAccess::setNext(*row, ActionRowAccess::next(*m_selectedRow));
-  ActionRowAccess::setNext(*m_selectedRow, row);
+  RowInternals::setNext(*row, RowInternals::next(*m_selectedRow));
+  RowInternals::setNext(*m_selectedRow, row);
   m_selectedRow = row;
   return 1;
 }
@@ -130,13 +125,12 @@ int CKDecide::DEDeleteSelectedActionRow() {
   CKActionRow* victim = m_selectedRow;
   m_selectedRow = nullptr;
   if (victim == m_firstRow) {
-    m_firstRow = ActionRowAccess::next(*victim);
+    m_firstRow = RowInternals::next(*victim);
   } else {
     CKActionRow* before = m_firstRow;
-    while (before != nullptr && ActionRowAccess::next(*before) != victim)
-      before = ActionRowAccess::next(*before);
+    while (before != nullptr && RowInternals::next(*before) != victim) before = RowInternals::next(*before);
     if (before == nullptr) return 0;
-    ActionRowAccess::setNext(*before, ActionRowAccess::next(*victim));
+    RowInternals::setNext(*before, RowInternals::next(*victim));
   }
   delete victim;
   return 1;
@@ -145,7 +139,7 @@ int CKDecide::DEDeleteSelectedActionRow() {
 int CKDecide::DEDeleteAllActionRows() {
   CKActionRow* r = m_firstRow;
   while (r != nullptr) {
-    CKActionRow* next = ActionRowAccess::next(*r);
+    CKActionRow* next = RowInternals::next(*r);
     delete r;
     r = next;
   }
@@ -163,7 +157,7 @@ int CKDecide::DESelectFirstActionRow(CKActionRow** row) {
 
 int CKDecide::DESelectNextActionRow(CKActionRow** row) {
   if (row == nullptr || m_selectedRow == nullptr) return 0;
-  CKActionRow* next = ActionRowAccess::next(*m_selectedRow);
+  CKActionRow* next = RowInternals::next(*m_selectedRow);
   if (next == nullptr) return 0;
   m_selectedRow = next;
   *row = next;
@@ -204,7 +198,7 @@ int CKDecide::DESetItemScaleFactor(float factor) {
 }
 
 int CKDecide::DESetComment(const char* text) {
-  copyBounded(m_comment, text != nullptr ? text : "", KDE_COMMENT_LEN);
+  copyBounded(m_comment, text, KDE_COMMENT_LEN);
   return 1;
 }
 
@@ -232,7 +226,7 @@ int CKDecide::DEDisableRowNumbering() {
 
 int CKDecide::DEOpenTrace(const char* fileName, int append) {
   DECloseTrace();
-  if (fileName == nullptr || fileName[0] == '\0') return 0;
+  if (kutil::detail::isEmpty(fileName)) return 0;
   m_traceStream = std::fopen(fileName, append ? "a" : "w");
   return m_traceStream != nullptr ? 1 : 0;
 }

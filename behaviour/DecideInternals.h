@@ -9,8 +9,8 @@
 
 namespace kutil::detail {
 
-class DecideAccess {
- public:
+template <>
+struct Internals<CKDecide> {
   static CKActionRow*& firstRow(CKDecide& t) { return t.m_firstRow; }
   static CKActionRow*& selectedRow(CKDecide& t) { return t.m_selectedRow; }
   static CKFIFO* inputFIFO(const CKDecide& t) { return t.m_inputFIFO; }

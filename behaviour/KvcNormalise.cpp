@@ -11,6 +11,7 @@
 #include <map>
 #include <string>
 
+#include "Boundary.h"
 #include "KActionRow.h"
 #include "KDecide.h"
 #include "KFile.h"
@@ -20,13 +21,15 @@
 #include "KVGen.h"
 #include "LineFile.h"
 #include "OsFileSystem.h"
+#include "TextDetail.h"
 
 namespace {
 
-// Text data plus room for a variable that is longer than what it replaces.
-constexpr int kNameCapacity = 264;
+using kutil::detail::guarded;
+using kutil::detail::isEmpty;
 
-bool isEmpty(const char* text) { return text == nullptr || text[0] == '\0'; }
+// Text data plus room for a variable that is longer than what it replaces.
+constexpr int kNameCapacity = kutil::detail::kScratch;
 
 // The actions whose text names a file. CALL and PING name rows and objects.
 bool namesFile(int action) {
@@ -141,9 +144,7 @@ int convertKCVFile(const char* path, InProgress* inProgress) {
   return result;
 }
 
-}  // namespace
-
-int KURelativiseKCV(CKDecide* table) {
+int relativiseRows(CKDecide* table) {
   if (!hasRows(table)) return 0;
   forEachRow(table, [](CKActionRow* row) {
     char name[kNameCapacity];
@@ -161,16 +162,7 @@ int KURelativiseKCV(CKDecide* table) {
   return 1;
 }
 
-int KUConvertKCVToRelative(const char* path) {
-  try {
-    InProgress inProgress;
-    return convertKCVFile(path, &inProgress);
-  } catch (...) {  // out of memory for the visited set
-    return 0;
-  }
-}
-
-int KUIsKCVFileNormalised(const char* path) {
+int isNormalisedFile(const char* path) {
   if (isEmpty(path)) return 0;
   CKDecide table;
   table.DEInitialise();
@@ -183,7 +175,7 @@ int KUIsKCVFileNormalised(const char* path) {
   return result;
 }
 
-int KUDeRelativiseKCV(const char* directory, CKDecide* table) {
+int deRelativiseRows(const char* directory, CKDecide* table) {
   // Without a directory "?KALDOKWQDIR?" would resolve to bare names.
   if (directory == nullptr || !hasRows(table)) return 0;
   bool changed = false;
@@ -204,7 +196,7 @@ int KUDeRelativiseKCV(const char* directory, CKDecide* table) {
   return changed ? 1 : 0;
 }
 
-int KUDeRelativiseKCV(const char* path) {
+int deRelativiseFile(const char* path) {
   if (isEmpty(path)) return 0;
   CKDecide table;
   table.DEInitialise();
@@ -215,35 +207,40 @@ int KUDeRelativiseKCV(const char* path) {
   return storeSafely(&table, path);
 }
 
-int KUCopyKCVForNormalise(const char* targetDir, CKDecide* table) {
+// Copies one row's file into targetDir and points the row at the copy.
+void gatherRow(const char* targetDir, CKActionRow* row) {
+  char name[kNameCapacity];
+  char last[kNameCapacity];
+  if (!textOf(row, name) || !KUIsFileReadable(name) || !KUGetLastPathElement(last, name)) return;
+  const std::size_t dirLength = std::strlen(targetDir), lastLength = std::strlen(last);
+  if (dirLength + lastLength > static_cast<std::size_t>(KAR_TEXTDATA_LEN)) return;
+  char copy[KAR_TEXTDATA_LEN + 1];
+  std::memcpy(copy, targetDir, dirLength);
+  std::memcpy(copy + dirLength, last, lastLength + 1);
+  if (KUFileHasEnding(copy, ".kvc")) {
+    // A behaviour file already in the package is neither copied nor gathered
+    // again, which ends cycles between behaviour files.
+    // A failed copy is ignored: gathering then fails to load the file.
+    if (!KUIsFileReadable(copy)) {
+      copyOverwriting(name, copy);
+      KUCopyKCVFileParts(copy);
+    }
+  } else {
+    copyOverwriting(name, copy);
+  }
+  if (KUFileHasEnding(copy, ".ksf")) KUCopyKSFFileParts(copy, targetDir);
+  row->ARSetTextData(copy);
+}
+
+int gatherRows(const char* targetDir, CKDecide* table) {
   // An empty target is the working directory: a behaviour file named without
   // a directory gathers its parts next to itself.
   if (targetDir == nullptr || !hasRows(table)) return 0;
-  forEachRow(table, [targetDir](CKActionRow* row) {
-    char name[kNameCapacity];
-    char last[kNameCapacity];
-    if (!textOf(row, name) || !KUIsFileReadable(name) || !KUGetLastPathElement(last, name)) return;
-    const std::string destination = std::string(targetDir) + last;
-    if (destination.size() > static_cast<std::size_t>(KAR_TEXTDATA_LEN)) return;
-    const char* copy = destination.c_str();
-    if (KUFileHasEnding(copy, ".kvc")) {
-      // A behaviour file already in the package is neither copied nor gathered
-      // again, which ends cycles between behaviour files.
-      // A failed copy is ignored: gathering then fails to load the file.
-      if (!KUIsFileReadable(copy)) {
-        copyOverwriting(name, copy);
-        KUCopyKCVFileParts(copy);
-      }
-    } else {
-      copyOverwriting(name, copy);
-    }
-    if (KUFileHasEnding(copy, ".ksf")) KUCopyKSFFileParts(copy, targetDir);
-    row->ARSetTextData(copy);
-  });
+  forEachRow(table, [targetDir](CKActionRow* row) { gatherRow(targetDir, row); });
   return 1;
 }
 
-int KUCopyKCVFileParts(const char* path) {
+int gatherFileParts(const char* path) {
   if (isEmpty(path)) return 1;
   KUSetComment(path);
   CKDecide table;
@@ -253,4 +250,41 @@ int KUCopyKCVFileParts(const char* path) {
   KUGetPathFromFile(directory, path);
   if (KUCopyKCVForNormalise(directory, &table) != 1) return 0;
   return storeSafely(&table, path);
+}
+
+}  // namespace
+
+// Each call runs through guarded: the temporary names and the set of visited
+// files are standard-library objects, and out of memory is a failure like any
+// other.
+
+int KURelativiseKCV(CKDecide* table) {
+  return guarded([&] { return relativiseRows(table); });
+}
+
+int KUConvertKCVToRelative(const char* path) {
+  return guarded([&] {
+    InProgress inProgress;
+    return convertKCVFile(path, &inProgress);
+  });
+}
+
+int KUIsKCVFileNormalised(const char* path) {
+  return guarded([&] { return isNormalisedFile(path); });
+}
+
+int KUDeRelativiseKCV(const char* directory, CKDecide* table) {
+  return guarded([&] { return deRelativiseRows(directory, table); });
+}
+
+int KUDeRelativiseKCV(const char* path) {
+  return guarded([&] { return deRelativiseFile(path); });
+}
+
+int KUCopyKCVForNormalise(const char* targetDir, CKDecide* table) {
+  return guarded([&] { return gatherRows(targetDir, table); });
+}
+
+int KUCopyKCVFileParts(const char* path) {
+  return guarded([&] { return gatherFileParts(path); });
 }

@@ -4,12 +4,14 @@
 #include <cstring>
 #include <new>
 
-#include "ActionRowInternals.h"
 #include "DecideInternals.h"
+#include "FileStream.h"
 #include "KDecide.h"
 #include "KText.h"
+#include "Vocabulary.h"
 
-using kutil::detail::DecideAccess;
+using kutil::detail::Keyword;
+using TableInternals = kutil::detail::Internals<CKDecide>;
 
 namespace {
 
@@ -19,45 +21,13 @@ constexpr int kLineSize = 260;
 constexpr int kQuotedTokenLen = 259;
 constexpr int kBareTokenLen = 260;
 
-struct Keyword {
-  const char* word;
-  int code;
-};
-
 // Action keywords in the order they are tried: each is matched as a prefix, so "PLAYBACK" must come
 // before "PLAY".
-constexpr Keyword kActions[] = {
-    {"CALL", KAR_ACTION_CALL},         {"PING", KAR_ACTION_PING},
-    {"RETURN", KAR_ACTION_RETURN},     {"MOVE", KAR_ACTION_MOVE},
-    {"STOP", KAR_ACTION_STOP},         {"NULL", KAR_ACTION_NULL},
-    {"REPLACE", KAR_ACTION_REPLACE},   {"PLAYBACK", KAR_ACTION_PLAYBACK},
-    {"PLAY", KAR_ACTION_PLAY},         {"GOTO", KAR_ACTION_GOTO},
-    {"USERGOTO", KAR_ACTION_USERGOTO}, {"LOAD", KAR_ACTION_LOAD},
-    {"RUN", KAR_ACTION_RUN},           {"DELETE", KAR_ACTION_DELETE},
-    {"COPY", KAR_ACTION_COPY},         {"ZOOMIN", KAR_ACTION_ZOOMIN},
-    {"ZOOMOUT", KAR_ACTION_ZOOMOUT},   {"CUT", KAR_ACTION_CUT},
-    {"FOR", KAR_ACTION_FOR},           {"BY", KAR_ACTION_BY},
-};
-
-constexpr Keyword kTriggers[] = {{"ON", KAR_ROW_ON}, {"IN", KAR_ROW_IN}, {"AT", KAR_ROW_AT}};
-
-// Motion keywords, matched exactly, in this order.
-constexpr Keyword kMotions[] = {
-    {"FORWARD", KAR_MOTION_FORWARD},
-    {"BACKWARD", KAR_MOTION_BACKWARD},
-    {"UP", KAR_MOTION_UP},
-    {"DOWN", KAR_MOTION_DOWN},
-    {"TURNUP", KAR_MOTION_TURNUP},
-    {"TURNDOWN", KAR_MOTION_TURNDOWN},
-    {"TURNLEFT", KAR_MOTION_TURNLEFT},
-    {"TURNRIGHT", KAR_MOTION_TURNRIGHT},
-    {"ROLLLEFT", KAR_MOTION_ROLLLEFT},
-    {"ROLLRIGHT", KAR_MOTION_ROLLRIGHT},
-    {"SHIFTLEFT", KAR_MOTION_SHIFTLEFT},
-    {"SHIFTRIGHT", KAR_MOTION_SHIFTRIGHT},
-    {"LOOKUP", KAR_MOTION_LOOKUP},
-    {"LOOKDOWN", KAR_MOTION_LOOKDOWN},
-    {"AUTOLEVEL", KAR_MOTION_AUTOLEVEL},
+constexpr int kActionOrder[] = {
+    KAR_ACTION_CALL,     KAR_ACTION_PING,    KAR_ACTION_RETURN,   KAR_ACTION_MOVE,   KAR_ACTION_STOP,
+    KAR_ACTION_NULL,     KAR_ACTION_REPLACE, KAR_ACTION_PLAYBACK, KAR_ACTION_PLAY,   KAR_ACTION_GOTO,
+    KAR_ACTION_USERGOTO, KAR_ACTION_LOAD,    KAR_ACTION_RUN,      KAR_ACTION_DELETE, KAR_ACTION_COPY,
+    KAR_ACTION_ZOOMIN,   KAR_ACTION_ZOOMOUT, KAR_ACTION_CUT,      KAR_ACTION_FOR,    KAR_ACTION_BY,
 };
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
@@ -76,10 +46,10 @@ bool startsWithEndTag(const char* text, const char* endTag) {
   return endTag[0] != '\0' && startsWith(text, endTag);
 }
 
-// Tries each keyword of the list at text as a prefix; the first that fits wins.
-const Keyword* matchPrefix(const Keyword* list, size_t count, const char* text) {
-  for (size_t i = 0; i < count; ++i)
-    if (startsWith(text, list[i].word)) return &list[i];
+// Tries each trigger keyword at text as a prefix; the first that fits wins.
+const Keyword* matchTrigger(const char* text) {
+  for (const Keyword& k : kutil::detail::kRowKeywords)
+    if (startsWith(text, k.text)) return &k;
   return nullptr;
 }
 
@@ -129,7 +99,7 @@ class Reader {
   // Loads lines until the end of the stream (1), the end tag (1) or the first failure (0).
   int load(std::FILE* stream) {
     char line[kLineSize];
-    const char* endTag = DecideAccess::endTag(m_table);
+    const char* endTag = TableInternals::endTag(m_table);
     while (std::fgets(line, kLineSize, stream) != nullptr) {
       KUNoNewLine(line);
       if (line[0] == '#') continue;
@@ -149,27 +119,25 @@ class Reader {
   Clause clause(const char* line, int* pos) {
     // The comment shows the clause as written, without the blanks that separate it from the last one.
     *pos = skipBlanks(line, *pos);
-    DecideAccess::setComment(m_table, line + *pos);
+    TableInternals::setComment(m_table, line + *pos);
     if (line[*pos] == '\0') return Clause::LineDone;
 
-    if (const Keyword* trigger =
-            matchPrefix(kTriggers, sizeof kTriggers / sizeof kTriggers[0], line + *pos)) {
-      *pos += static_cast<int>(std::strlen(trigger->word));
+    if (const Keyword* trigger = matchTrigger(line + *pos)) {
+      *pos += static_cast<int>(std::strlen(trigger->text));
       return triggerClause(trigger->code, line, pos);
     }
     int action = 0;
     if (m_table.DEMatchAction(line, pos, &action)) return actionClause(action, line, pos);
 
     if (line[*pos] == '#') return Clause::LineDone;
-    if (startsWithEndTag(line + *pos, DecideAccess::endTag(m_table))) return Clause::EndTag;
-    DecideAccess::setErrorID(m_table, KDE_ERROR_UNKNOWN_WORD);
-    return Clause::Fail;
+    if (startsWithEndTag(line + *pos, TableInternals::endTag(m_table))) return Clause::EndTag;
+    return fail(KDE_ERROR_UNKNOWN_WORD);
   }
 
   Clause triggerClause(int rowType, const char* line, int* pos) {
     char token[kBareTokenLen + 1];
     if (!readToken(line, pos, token)) {
-      DecideAccess::setErrorID(m_table, KDE_ERROR_TRIGGER_TOKEN);
+      TableInternals::setErrorID(m_table, KDE_ERROR_TRIGGER_TOKEN);
       return Clause::LineDone;
     }
     CKActionRow* row = new (std::nothrow) CKActionRow;
@@ -192,8 +160,7 @@ class Reader {
         row->ARSetGrouping(token);
         break;
       default:
-        DecideAccess::setErrorID(m_table, KDE_ERROR_ROW_TYPE);
-        return Clause::Fail;
+        return fail(KDE_ERROR_ROW_TYPE);
     }
     row->ARSetRowType(rowType);
     return Clause::Applied;
@@ -201,47 +168,33 @@ class Reader {
 
   Clause actionClause(int action, const char* line, int* pos) {
     // An action needs a row to act on; one before any trigger is malformed.
-    if (m_row == nullptr) {
-      DecideAccess::setErrorID(m_table, KDE_ERROR_ACTION);
-      return Clause::Fail;
-    }
+    if (m_row == nullptr) return fail(KDE_ERROR_ACTION);
     char token[kBareTokenLen + 1];
     token[0] = '\0';
-    if (takesToken(action) && !readToken(line, pos, token)) {
-      if (action != KAR_ACTION_RUN) {
-        DecideAccess::setErrorID(m_table, KDE_ERROR_ACTION_TOKEN);
-        return Clause::LineDone;
-      }
+    // Only RUN may stand at the end of a line without its token; any other action there is
+    // recorded and not applied, and the line ends.
+    if (takesToken(action) && !readToken(line, pos, token) && action != KAR_ACTION_RUN) {
+      TableInternals::setErrorID(m_table, KDE_ERROR_ACTION_TOKEN);
+      return Clause::LineDone;
     }
+    if (CKActionRow::ARAcceptsTextData(action)) {
+      m_row->ARSetAction(action);
+      m_row->ARSetTextData(token);
+      return Clause::Applied;
+    }
+    if (!takesToken(action)) {
+      m_row->ARSetAction(action);
+      return Clause::Applied;
+    }
+    return argumentClause(action, token);
+  }
+
+  // MOVE, FOR and BY, whose token is a motion or a number.
+  Clause argumentClause(int action, const char* token) {
     switch (action) {
-      case KAR_ACTION_CALL:
-      case KAR_ACTION_REPLACE:
-      case KAR_ACTION_PLAY:
-      case KAR_ACTION_LOAD:
-      case KAR_ACTION_RUN:
-      case KAR_ACTION_PING:
-      case KAR_ACTION_GOTO:
-      case KAR_ACTION_PLAYBACK:
-      case KAR_ACTION_USERGOTO:
-        m_row->ARSetAction(action);
-        m_row->ARSetTextData(token);
-        return Clause::Applied;
-      case KAR_ACTION_RETURN:
-      case KAR_ACTION_STOP:
-      case KAR_ACTION_NULL:
-      case KAR_ACTION_DELETE:
-      case KAR_ACTION_COPY:
-      case KAR_ACTION_CUT:
-      case KAR_ACTION_ZOOMIN:
-      case KAR_ACTION_ZOOMOUT:
-        m_row->ARSetAction(action);
-        return Clause::Applied;
       case KAR_ACTION_MOVE: {
         int motion = 0;
-        if (!m_table.DEGetMoveType(&motion, token)) {
-          DecideAccess::setErrorID(m_table, KDE_ERROR_MOTION);
-          return Clause::Fail;
-        }
+        if (!m_table.DEGetMoveType(&motion, token)) return fail(KDE_ERROR_MOTION);
         m_row->ARSetAction(KAR_ACTION_MOVE);
         m_row->ARSetMotion(motion);
         return Clause::Applied;
@@ -261,9 +214,13 @@ class Reader {
         return Clause::Applied;
       }
       default:
-        DecideAccess::setErrorID(m_table, KDE_ERROR_ACTION);
-        return Clause::Fail;
+        return fail(KDE_ERROR_ACTION);
     }
+  }
+
+  Clause fail(unsigned int errorID) {
+    TableInternals::setErrorID(m_table, errorID);
+    return Clause::Fail;
   }
 
   CKDecide& m_table;
@@ -273,12 +230,7 @@ class Reader {
 }  // namespace
 
 int CKDecide::DELoadFromFile(const char* path) {
-  if (path == nullptr || path[0] == '\0') return 0;
-  std::FILE* stream = std::fopen(path, "r");
-  if (stream == nullptr) return 0;
-  const int result = DELoadFromFile(stream);
-  std::fclose(stream);
-  return result;
+  return kutil::detail::withFile(path, "r", [this](std::FILE* stream) { return DELoadFromFile(stream); });
 }
 
 int CKDecide::DELoadFromFile(std::FILE* stream) {
@@ -291,17 +243,20 @@ int CKDecide::DEMatchAction(const char* line, int* position, int* action) {
   if (line == nullptr || position == nullptr || action == nullptr) return 0;
   if (*position < 0 || static_cast<size_t>(*position) > std::strlen(line)) return 0;
   const int p = skipBlanks(line, *position);
-  const Keyword* k = matchPrefix(kActions, sizeof kActions / sizeof kActions[0], line + p);
-  if (k == nullptr) return 0;
-  *position = p + static_cast<int>(std::strlen(k->word));
-  *action = k->code;
-  return 1;
+  for (const int code : kActionOrder) {
+    const char* word = kutil::detail::actionWord(code)->text;
+    if (!startsWith(line + p, word)) continue;
+    *position = p + static_cast<int>(std::strlen(word));
+    *action = code;
+    return 1;
+  }
+  return 0;
 }
 
 int CKDecide::DEGetMoveType(int* motion, const char* text) {
   if (motion == nullptr || text == nullptr) return 0;
-  for (const Keyword& k : kMotions) {
-    if (std::strcmp(text, k.word) == 0) {
+  for (const Keyword& k : kutil::detail::kMotionKeywords) {
+    if (std::strcmp(text, k.text) == 0) {
       *motion = k.code;
       return 1;
     }

@@ -6,11 +6,12 @@
 
 #include "ActionRowInternals.h"
 #include "DecideInternals.h"
+#include "FileStream.h"
 #include "KDecide.h"
 #include "KText.h"
 
-using kutil::detail::ActionRowAccess;
-using kutil::detail::DecideAccess;
+using RowInternals = kutil::detail::Internals<CKActionRow>;
+using TableInternals = kutil::detail::Internals<CKDecide>;
 
 namespace {
 
@@ -34,30 +35,13 @@ class RowText {
   int m_length = 0;
 };
 
-bool takesTextData(int action) {
-  switch (action) {
-    case KAR_ACTION_CALL:
-    case KAR_ACTION_REPLACE:
-    case KAR_ACTION_PLAY:
-    case KAR_ACTION_LOAD:
-    case KAR_ACTION_RUN:
-    case KAR_ACTION_PING:
-    case KAR_ACTION_GOTO:
-    case KAR_ACTION_PLAYBACK:
-    case KAR_ACTION_USERGOTO:
-      return true;
-    default:
-      return false;
-  }
-}
-
 // Builds the words after the row-type keyword: the event keyword or the grouping, the action keyword
 // and its arguments, each followed by a blank. Returns false, adding nothing, for a row with neither
 // event nor grouping.
 bool addRowWords(RowText& text, const CKActionRow& row) {
   char word[16];
-  const int event = ActionRowAccess::event(row);
-  const char* grouping = ActionRowAccess::grouping(row);
+  const int event = RowInternals::event(row);
+  const char* grouping = RowInternals::grouping(row);
   // An event code without a keyword does not read back; the grouping is written instead if there is one.
   if (event != 0 && CKActionRow::ARGetTextForEventType(event, word)) {
     text.add("%s ", word);
@@ -67,13 +51,13 @@ bool addRowWords(RowText& text, const CKActionRow& row) {
     return false;
   }
 
-  const int action = ActionRowAccess::action(row);
+  const int action = RowInternals::action(row);
   word[0] = '\0';
   CKActionRow::ARGetTextForActionType(action, word);
   text.add("%s ", word);
 
-  if (takesTextData(action)) {
-    const char* data = ActionRowAccess::textData(row);
+  if (CKActionRow::ARAcceptsTextData(action)) {
+    const char* data = RowInternals::textData(row);
     if (data[0] != '\0') {
       char quoted[KAR_TEXTDATA_LEN + 3];
       std::strcpy(quoted, data);
@@ -81,17 +65,17 @@ bool addRowWords(RowText& text, const CKActionRow& row) {
       text.add("%s ", quoted);
     }
   } else if (action == KAR_ACTION_MOVE) {
-    const int motion = ActionRowAccess::motion(row);
+    const int motion = RowInternals::motion(row);
     word[0] = '\0';
     CKActionRow::ARGetTextForMotionType(motion, word);
     text.add("%s ", word);
     if (motion != KAR_MOTION_AUTOLEVEL)
-      text.add("%s %f ", "BY", static_cast<double>(ActionRowAccess::magnitude(row)));
+      text.add("%s %f ", "BY", static_cast<double>(RowInternals::magnitude(row)));
   } else if (action == KAR_ACTION_ZOOMIN || action == KAR_ACTION_ZOOMOUT) {
-    text.add("%s %f ", "BY", static_cast<double>(ActionRowAccess::magnitude(row)));
+    text.add("%s %f ", "BY", static_cast<double>(RowInternals::magnitude(row)));
   }
 
-  const int clicks = ActionRowAccess::repeatClicks(row);
+  const int clicks = RowInternals::repeatClicks(row);
   if (clicks >= 0) text.add("%s %d ", "FOR", clicks);
   return true;
 }
@@ -99,12 +83,7 @@ bool addRowWords(RowText& text, const CKActionRow& row) {
 }  // namespace
 
 int CKDecide::DEStoreToFile(const char* path) {
-  if (path == nullptr || path[0] == '\0') return 0;
-  std::FILE* stream = std::fopen(path, "w");
-  if (stream == nullptr) return 0;
-  const int result = DEStoreToFile(stream);
-  std::fclose(stream);
-  return result;
+  return kutil::detail::withFile(path, "w", [this](std::FILE* stream) { return DEStoreToFile(stream); });
 }
 
 int CKDecide::DEStoreToFile(std::FILE* stream) {
@@ -120,7 +99,7 @@ int CKDecide::DEStoreToFile(std::FILE* stream) {
 int CKDecide::DEWriteRow(std::FILE* stream, CKActionRow* row) {
   if (stream == nullptr || row == nullptr) return 0;
   char rowType[8];
-  if (CKActionRow::ARGetTextForRowType(ActionRowAccess::rowType(*row), rowType)) {
+  if (CKActionRow::ARGetTextForRowType(RowInternals::rowType(*row), rowType)) {
     if (std::fprintf(stream, "\n%s ", rowType) < 0) return 0;
   }
   char words[KDE_ROW_TEXT_SIZE];
@@ -132,8 +111,8 @@ int CKDecide::DEWriteRow(std::FILE* stream, CKActionRow* row) {
 int CKDecide::DEWriteRow(char* out, CKActionRow* row, int rowNumber) {
   if (out == nullptr || row == nullptr) return 0;
   RowText text(out, KDE_ROW_TEXT_SIZE);
-  if (DecideAccess::rowNumbering(*this)) text.add("%03d: ", rowNumber);
+  if (TableInternals::rowNumbering(*this)) text.add("%03d: ", rowNumber);
   char rowType[8];
-  if (CKActionRow::ARGetTextForRowType(ActionRowAccess::rowType(*row), rowType)) text.add("%s ", rowType);
+  if (CKActionRow::ARGetTextForRowType(RowInternals::rowType(*row), rowType)) text.add("%s ", rowType);
   return addRowWords(text, *row) ? 1 : 0;
 }

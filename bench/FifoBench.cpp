@@ -7,7 +7,7 @@
 
 namespace {
 
-void BM_FifoPushPop(benchmark::State& state) {
+void BM_FifoPushPop(benchmark::State& state, int pushed, const char* pushedText) {
   CKFIFO fifo;
   fifo.FIInitialise();
   int code = 0;
@@ -16,29 +16,13 @@ void BM_FifoPushPop(benchmark::State& state) {
   _D3DVECTOR vector = {0.0f, 0.0f, 0.0f};
   char text[KFI_TEXT_LEN + 1];
   for (auto _ : state) {
-    fifo.FIPushFIFOCommand(1, 0.5f, &vector, "", 1);
+    fifo.FIPushFIFOCommand(pushed, 0.5f, &vector, pushedText, 1);
     fifo.FIPopFIFOCommand(&code, &magnitude, &vector, text, &flags);
     benchmark::DoNotOptimize(code);
     benchmark::DoNotOptimize(text);
   }
 }
-BENCHMARK(BM_FifoPushPop);
-
-void BM_FifoPushPopWithText(benchmark::State& state) {
-  CKFIFO fifo;
-  fifo.FIInitialise();
-  int code = 0;
-  int flags = 0;
-  float magnitude = 0.0f;
-  _D3DVECTOR vector = {0.0f, 0.0f, 0.0f};
-  char text[KFI_TEXT_LEN + 1];
-  for (auto _ : state) {
-    fifo.FIPushFIFOCommand(31, 1.0f, &vector, "C:\\kaldo\\sounds\\door.wav", 1);
-    fifo.FIPopFIFOCommand(&code, &magnitude, &vector, text, &flags);
-    benchmark::DoNotOptimize(code);
-    benchmark::DoNotOptimize(text);
-  }
-}
-BENCHMARK(BM_FifoPushPopWithText);
+BENCHMARK_CAPTURE(BM_FifoPushPop, Move, 1, "");
+BENCHMARK_CAPTURE(BM_FifoPushPop, PlayWithText, 31, "C:\\kaldo\\sounds\\door.wav");
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <cfloat>
 #include <cmath>
 
-#include "FootPrintDetail.h"
+#include "FootPrintInternals.h"
 #include "KFootPrint.h"
 #include "KVector.h"
 
@@ -40,6 +40,51 @@ bool withinExtent(float x, float z, const tagKLineEquation* line) {
   return inClosedRange(x, line->start.x, line->end.x);
 }
 
+// How two lines meet: in the point (x, z), or, parallel, with the two
+// intercepts whose distance tells coincident lines from distinct ones.
+struct Meeting {
+  bool parallel;
+  double x, z;
+  double interceptA, interceptB;
+};
+
+Meeting pointAt(double x, double z) { return {false, x, z, 0.0, 0.0}; }
+Meeting parallelAt(double interceptA, double interceptB) { return {true, 0.0, 0.0, interceptA, interceptB}; }
+
+// A line of constant z against a general line of gradient g through x-intercept.
+Meeting meetFlat(const tagKLineEquation* flat, double g, double intercept) {
+  // A hand-made general line without slope cannot meet the flat one in a point.
+  if (g == 0.0) return parallelAt(flat->constZ, FLT_MAX);
+  const double z = flat->constZ;
+  return pointAt(z / g + intercept, z);
+}
+
+// Lines of constant x (kind 1) and constant z (kind 2) are met directly; two
+// general lines are parallel when their gradients differ by less than the
+// tolerance.
+Meeting meetLines(const tagKLineEquation* a, const tagKLineEquation* b) {
+  const int ka = lineKind(a);
+  const int kb = lineKind(b);
+  const double ga = a->gradient, gb = b->gradient;
+  if (ka == 1 && kb == 1) return parallelAt(a->xIntercept, b->xIntercept);
+  if (ka == 2 && kb == 2) return parallelAt(a->constZ, b->constZ);
+  if (ka == 1 && kb == 2) return pointAt(a->xIntercept, b->constZ);
+  if (ka == 2 && kb == 1) return pointAt(b->xIntercept, a->constZ);
+  if (ka == 1) {
+    const double x = a->xIntercept;
+    return pointAt(x, gb * (x - b->xIntercept));
+  }
+  if (kb == 1) {
+    const double x = b->xIntercept;
+    return pointAt(x, ga * (x - a->xIntercept));
+  }
+  if (ka == 2) return meetFlat(a, gb, b->xIntercept);
+  if (kb == 2) return meetFlat(b, ga, a->xIntercept);
+  if (std::fabs(ga - gb) < kFootTolerance) return parallelAt(a->xIntercept, b->xIntercept);
+  const double x = (ga * a->xIntercept - gb * b->xIntercept) / (ga - gb);
+  return pointAt(x, ga * (x - a->xIntercept));
+}
+
 bool nearInPlane(const _D3DVECTOR& a, const _D3DVECTOR& b) {
   return std::fabs(static_cast<double>(a.x) - b.x) < kFootTolerance &&
          std::fabs(static_cast<double>(a.z) - b.z) < kFootTolerance;
@@ -49,55 +94,9 @@ bool nearInPlane(const _D3DVECTOR& a, const _D3DVECTOR& b) {
 
 int CKFootPrint::FPGetLineIntersection(const tagKLineEquation* a, const tagKLineEquation* b) {
   if (a == nullptr || b == nullptr) return 0;
-  const int ka = lineKind(a);
-  const int kb = lineKind(b);
-  double x = 0.0, z = 0.0;
-  bool parallel = false;
-  double interceptA = 0.0, interceptB = 0.0;
-  const double ga = a->gradient, gb = b->gradient;
-  if (ka == 1 && kb == 1) {
-    parallel = true;
-    interceptA = a->xIntercept;
-    interceptB = b->xIntercept;
-  } else if (ka == 2 && kb == 2) {
-    parallel = true;
-    interceptA = a->constZ;
-    interceptB = b->constZ;
-  } else if (ka == 1 && kb == 2) {
-    x = a->xIntercept;
-    z = b->constZ;
-  } else if (ka == 2 && kb == 1) {
-    x = b->xIntercept;
-    z = a->constZ;
-  } else if (ka == 1) {
-    x = a->xIntercept;
-    z = gb * (x - b->xIntercept);
-  } else if (kb == 1) {
-    x = b->xIntercept;
-    z = ga * (x - a->xIntercept);
-  } else if (ka == 2 || kb == 2) {
-    const tagKLineEquation* flat = (ka == 2) ? a : b;
-    const double g = (ka == 2) ? gb : ga;
-    const double intercept = (ka == 2) ? b->xIntercept : a->xIntercept;
-    if (g == 0.0) {
-      // A hand-made general line without slope: it cannot meet the flat one in a point.
-      parallel = true;
-      interceptA = flat->constZ;
-      interceptB = FLT_MAX;
-    } else {
-      z = flat->constZ;
-      x = z / g + intercept;
-    }
-  } else if (std::fabs(ga - gb) < kFootTolerance) {
-    parallel = true;
-    interceptA = a->xIntercept;
-    interceptB = b->xIntercept;
-  } else {
-    x = (ga * a->xIntercept - gb * b->xIntercept) / (ga - gb);
-    z = ga * (x - a->xIntercept);
-  }
-  if (parallel) {
-    if (std::fabs(interceptA - interceptB) < kFootTolerance) {
+  const Meeting m = meetLines(a, b);
+  if (m.parallel) {
+    if (std::fabs(m.interceptA - m.interceptB) < kFootTolerance) {
       m_coincidence.kind = 1;
     } else {
       m_coincidence.kind = 2;
@@ -108,9 +107,9 @@ int CKFootPrint::FPGetLineIntersection(const tagKLineEquation* a, const tagKLine
     return 0;
   }
   m_coincidence.kind = 0;
-  m_coincidence.point.x = toFloat(x);
+  m_coincidence.point.x = toFloat(m.x);
   m_coincidence.point.y = 0.0f;
-  m_coincidence.point.z = toFloat(z);
+  m_coincidence.point.z = toFloat(m.z);
   return 1;
 }
 

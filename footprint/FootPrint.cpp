@@ -5,18 +5,22 @@
 #include <cmath>
 #include <new>
 
-#include "FootPrintDetail.h"
+#include "FootPrintInternals.h"
 #include "KFootPrint.h"
 #include "KVector.h"
+#include "VectorDetail.h"
 
 using kutil::detail::edgeEnd;
 using kutil::detail::kFootTolerance;
 using kutil::detail::kPlaneTolerance;
+using kutil::detail::makeVector;
 
 namespace {
 
 // Irregular offsets, so that a ray from an interior point towards the external
-// vertex is unlikely to pass exactly through a vertex.
+// vertex is unlikely to pass exactly through a vertex. They are added in float:
+// the external vertex is a float record, and the tessellation takes its outside
+// point from here rather than working the offsets out again.
 constexpr float kExternalOffsetX = 17.3133f;
 constexpr float kExternalOffsetY = 6.550404f;
 constexpr float kExternalOffsetZ = 103.00314f;
@@ -32,14 +36,6 @@ void growBox(_D3DRMBOX* box, const _D3DVECTOR* v) {
   if (v->x > box->max.x) box->max.x = v->x;
   if (v->y > box->max.y) box->max.y = v->y;
   if (v->z > box->max.z) box->max.z = v->z;
-}
-
-_D3DVECTOR makeVector(float x, float y, float z) {
-  _D3DVECTOR v;
-  v.x = x;
-  v.y = y;
-  v.z = z;
-  return v;
 }
 
 }  // namespace

@@ -81,11 +81,6 @@ constexpr int KAR_GROUPING_LEN = 64;   ///< grouping (IN name or AT time)
 constexpr int KAR_CALLSTACK_LEN = 72;  ///< call stack
 constexpr int KAR_TEXTDATA_LEN = 260;  ///< text data
 
-class CKDecide;
-namespace kutil::detail {
-class ActionRowAccess;
-}
-
 /// One row of a behaviour table: a trigger, an action with its motion, magnitude and text, and the
 /// state the behaviour clock keeps; also the vocabulary of the behaviour language.
 class KUTIL_API CKActionRow {
@@ -167,8 +162,7 @@ class KUTIL_API CKActionRow {
   static int ARAcceptsMagnitude(int action);
 
  private:
-  friend class CKDecide;
-  friend class kutil::detail::ActionRowAccess;
+  friend struct kutil::detail::Internals<CKActionRow>;
 
   // Playback of the recorded-input file named by the text data, for the clock only.
   int ARGetPlaybackCommand(int* code, int* flags, char* text);

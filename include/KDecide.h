@@ -30,10 +30,6 @@ constexpr unsigned int KDE_ERROR_ACTION_TOKEN = 6005;
 /// Load error: a MOVE token that is no motion keyword.
 constexpr unsigned int KDE_ERROR_MOTION = 6007;
 
-namespace kutil::detail {
-class DecideAccess;
-}
-
 /// One object's behaviour: an ordered table of action rows with a cursor, the input and output
 /// command FIFOs that connect it to the host, and the state its clock keeps between ticks.
 class KUTIL_API CKDecide {
@@ -138,7 +134,7 @@ class KUTIL_API CKDecide {
   int DEReset();
 
  private:
-  friend class kutil::detail::DecideAccess;
+  friend struct kutil::detail::Internals<CKDecide>;
 
   /// Keeps at most 63 characters of text as the comment.
   int DESetComment(const char* text);

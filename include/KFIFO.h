@@ -86,6 +86,8 @@ class KUTIL_API CKFIFO {
   int FIGetLastResult() const;
 
  private:
+  friend struct kutil::detail::Internals<CKFIFO>;
+
   /// Copies out the command in the given slot; checks only that the queue is not empty.
   int FIPeekFIFOCommand(int slot, int* code, float* magnitude, _D3DVECTOR* vector, char* text, int* flags);
 

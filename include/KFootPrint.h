@@ -284,9 +284,16 @@ class KUTIL_API CKFootPrint {
   /// and tessellation data); 0 for null.
   static int FPInitVertex(tagKVertex* vertex);
 
- protected:
+ private:
+  friend struct kutil::detail::Internals<CKFootPrint>;
+
   /// target = box moved by offset (both corners). Returns 1.
   int FPSetBox(_D3DRMBOX* target, const _D3DRMBOX* box, const _D3DVECTOR* offset);
+  /// The box crossing of both forms; inclusive counts crossings at the step's ends.
+  int boxCrossing(const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DRMBOX* out, bool inclusive);
+  /// Clearance mode 0 with the plane solved at `at`: the crossing box grown by that point.
+  int solveAtStep(const _D3DVECTOR* at, const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DVECTOR* top,
+                  _D3DVECTOR* bottom);
 
   tagKEdge* m_currentEdge = nullptr;         ///< cursor; null when nothing is selected
   int m_lastStatus = 0;                      ///< result of the last selection or edge access
@@ -299,11 +306,4 @@ class KUTIL_API CKFootPrint {
   _D3DRMBOX m_box = {};                      ///< box; min.y floor and max.y ceiling
   tagKPlaneEquation m_planeEquation = {0.0f, 0.0f, 0.0f, 0.0f, -1, 0};  ///< plane through the vertices
   int m_type = -1;                                                      ///< free classification; -1 unset
-
- private:
-  /// The box crossing of both forms; inclusive counts crossings at the step's ends.
-  int boxCrossing(const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DRMBOX* out, bool inclusive);
-  /// Clearance mode 0 with the plane solved at `at`: the crossing box grown by that point.
-  int solveAtStep(const _D3DVECTOR* at, const _D3DVECTOR* from, const _D3DVECTOR* to, _D3DVECTOR* top,
-                  _D3DVECTOR* bottom);
 };

@@ -55,6 +55,8 @@ class KUTIL_API CKInputRecord {
   int IRIsPlaying();
 
  private:
+  friend struct kutil::detail::Internals<CKInputRecord>;
+
   int openStream(const char* how);
   int writePending();
   int readLine(int* code, int* flags, char* text, int* repeats);

@@ -313,7 +313,9 @@ class KUTIL_API CKVGen : public CKFootPrint {
   void KVDeleteTessellation();
   // --- end of tessellation ---
 
-  // Internal state, public so that the library's own sources and tests can reach it; use the methods.
+ private:
+  friend struct kutil::detail::Internals<CKVGen>;
+
   tagKExtrudePlane* m_seedPlane;                  ///< owned seed plane, or null
   tagKExtrudePlane* m_currentPlane;               ///< borrowed cursor over the generated planes
   tagKExtrudeVertex* m_selectedGenVertex;         ///< borrowed cursor over the current plane's vertices

@@ -7,6 +7,7 @@
 #include <new>
 #include <string>
 
+#include "Boundary.h"
 #include "KFile.h"
 #include "KNormalise.h"
 #include "KPathVars.h"
@@ -14,11 +15,15 @@
 #include "KVGen.h"
 #include "LineFile.h"
 #include "OsFileSystem.h"
+#include "TextDetail.h"
 
 namespace {
 
+using kutil::detail::guarded;
+using kutil::detail::isEmpty;
+
 // Name buffers of the path-variable functions hold 264 characters.
-constexpr int kNameCapacity = 264;
+constexpr int kNameCapacity = kutil::detail::kScratch;
 // A texture name as the generator hands it out.
 constexpr int kTextureCapacity = 277;
 constexpr const char* kKwqDir = "?KALDOKWQDIR?";
@@ -35,15 +40,30 @@ const TextureSlot kTextures[3] = {
     {&CKVGen::KVGetWrapSurfaceTexture, &CKVGen::KVSetWrapSurfaceTexture},
 };
 
-// A generator that is terminated whatever way the caller leaves.
-struct TempGen {
-  std::unique_ptr<CKVGen> gen{new (std::nothrow) CKVGen()};
-  TempGen() {
-    if (gen) gen->KVInitialise();
+// A shape file restored into a generator of its own, which is terminated whatever way the caller
+// leaves.
+class RestoredShape {
+ public:
+  /// Restores path; when noted, the comment text first names the file so that a failure can be
+  /// reported against it.
+  RestoredShape(const char* path, bool noted) {
+    if (!m_gen) return;
+    m_gen->KVInitialise();
+    if (noted) KUSetComment(path);
+    m_restored = m_gen->KVRestore(path) != 0;
   }
-  ~TempGen() {
-    if (gen) gen->KVTerminate();
+  ~RestoredShape() {
+    if (m_gen) m_gen->KVTerminate();
   }
+  RestoredShape(const RestoredShape&) = delete;
+  RestoredShape& operator=(const RestoredShape&) = delete;
+
+  /// The generator holding the file; null when it could not be made or the file not restored.
+  CKVGen* get() { return m_restored ? m_gen.get() : nullptr; }
+
+ private:
+  std::unique_ptr<CKVGen> m_gen{new (std::nothrow) CKVGen()};
+  bool m_restored = false;
 };
 
 // Copies a texture into a name buffer the path functions may lengthen; 0 when
@@ -67,15 +87,11 @@ int saveSafely(CKVGen* shape, const char* path) {
   return kutil::detail::replaceByRename(path, temp) ? 1 : 0;
 }
 
-}  // namespace
-
-int KUConvertKSFToRelative(const char* path) {
-  if (path == nullptr || path[0] == '\0' || KUIsVariablised(path) != 0) return 1;
-  TempGen temp;
-  if (!temp.gen) return 0;
-  CKVGen& gen = *temp.gen;
-  KUSetComment(path);
-  if (gen.KVRestore(path) == 0) return 0;
+int convertToRelative(const char* path) {
+  if (isEmpty(path) || KUIsVariablised(path) != 0) return 1;
+  RestoredShape shape(path, true);
+  if (shape.get() == nullptr) return 0;
+  CKVGen& gen = *shape.get();
   for (const TextureSlot& slot : kTextures) {
     char name[kNameCapacity * 2];
     if (textureName(gen, slot, name) == 0 || KUIsVariablised(name) != 0) continue;
@@ -86,14 +102,12 @@ int KUConvertKSFToRelative(const char* path) {
   return gen.KVSave(path);
 }
 
-int KUCopyKSFFileParts(const char* path, const char* target) {
-  if (path == nullptr || path[0] == '\0') return 1;
+int gatherParts(const char* path, const char* target) {
+  if (isEmpty(path)) return 1;
   if (target == nullptr) return 0;
-  TempGen temp;
-  if (!temp.gen) return 0;
-  CKVGen& gen = *temp.gen;
-  KUSetComment(path);
-  if (gen.KVRestore(path) == 0) return 0;
+  RestoredShape shape(path, true);
+  if (shape.get() == nullptr) return 0;
+  CKVGen& gen = *shape.get();
   for (const TextureSlot& slot : kTextures) {
     char name[kNameCapacity * 2];
     if (textureName(gen, slot, name) == 0) continue;
@@ -108,11 +122,10 @@ int KUCopyKSFFileParts(const char* path, const char* target) {
   return gen.KVSave(path);
 }
 
-int KUIsKSFFileNormalised(const char* path) {
-  TempGen temp;
-  if (!temp.gen) return 0;
-  CKVGen& gen = *temp.gen;
-  if (gen.KVRestore(path) == 0) return 0;
+int isNormalised(const char* path) {
+  RestoredShape shape(path, false);
+  if (shape.get() == nullptr) return 0;
+  CKVGen& gen = *shape.get();
   for (const TextureSlot& slot : kTextures) {
     char name[kNameCapacity * 2];
     if (textureName(gen, slot, name) == 0) continue;
@@ -121,11 +134,11 @@ int KUIsKSFFileNormalised(const char* path) {
   return 0;
 }
 
-int KUDeRelativiseKSF(const char* directory, const char* shapeFile) {
-  if (directory == nullptr || shapeFile == nullptr || shapeFile[0] == '\0') return 0;
-  CKVGen shape;
-  shape.KVInitialise();
-  if (shape.KVRestore(shapeFile) != 1) return 0;
+int deRelativise(const char* directory, const char* shapeFile) {
+  if (directory == nullptr || isEmpty(shapeFile)) return 0;
+  RestoredShape restored(shapeFile, false);
+  if (restored.get() == nullptr) return 0;
+  CKVGen& shape = *restored.get();
   bool changed = false;
   bool allSet = true;
   for (const TextureSlot& texture : kTextures) {
@@ -139,4 +152,26 @@ int KUDeRelativiseKSF(const char* directory, const char* shapeFile) {
   }
   if (!allSet || !changed) return 0;
   return saveSafely(&shape, shapeFile);
+}
+
+}  // namespace
+
+// Each call runs through guarded: the temporary name a shape file is saved
+// under is a standard-library string, and out of memory is a failure like any
+// other.
+
+int KUConvertKSFToRelative(const char* path) {
+  return guarded([&] { return convertToRelative(path); });
+}
+
+int KUCopyKSFFileParts(const char* path, const char* target) {
+  return guarded([&] { return gatherParts(path, target); });
+}
+
+int KUIsKSFFileNormalised(const char* path) {
+  return guarded([&] { return isNormalised(path); });
+}
+
+int KUDeRelativiseKSF(const char* directory, const char* shapeFile) {
+  return guarded([&] { return deRelativise(directory, shapeFile); });
 }

@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "KFootPrint.h"
+#include "FootPrintInternals.h"
 
 namespace kutil::detail {
 
@@ -28,14 +28,6 @@ struct TessSegment {
 /// Three seed vertex numbers in ascending order.
 struct TessTriangle {
   int v[3];
-};
-
-/// Working footprint of a tessellation: the laid seed, with the kind of its
-/// last line intersection readable without a call.
-class TessFootPrint : public CKFootPrint {
- public:
-  /// Kind of the last intersection: 0 one point, 1 coincident, 2 parallel.
-  int lastIntersectionKind() const { return m_coincidence.kind; }
 };
 
 /// A laid segment prepared for many crossing tests: its footprint line
@@ -103,14 +95,14 @@ inline int tessPointCross(double gradientXA, float lowA, float highA, double gra
 /// collinear segments), with its commonest case, two sloped lines meeting in
 /// one point, worked out inline by tessPointCross. kind receives the
 /// intersection kind: 0 one point, 1 coincident, 2 parallel.
-inline int tessLinesCross(TessFootPrint& fp, const TessLine& a, const TessLine& b, int* kind) {
+inline int tessLinesCross(CKFootPrint& fp, const TessLine& a, const TessLine& b, int* kind) {
   const double dg = a.gradient - b.gradient;
   if (std::fabs(dg) >= 0.001) {
     *kind = 0;
     return tessPointCross(a.gradientX, a.xLow, a.xHigh, b.gradientX, b.xLow, b.xHigh, dg);
   }
   const int r = fp.FPDoLinesCross(&a.eq, &b.eq);
-  *kind = fp.lastIntersectionKind();
+  *kind = Internals<CKFootPrint>::coincidenceKind(fp);
   return r;
 }
 
@@ -129,8 +121,9 @@ inline _D3DVECTOR layOnFloor(const _D3DVECTOR& v) {
 void chordProbe(const _D3DVECTOR& p, const _D3DVECTOR& q, _D3DVECTOR* start, _D3DVECTOR* step,
                 _D3DVECTOR* mid);
 
-/// The point known to lie outside the laid seed: box max + (17.3133, 0, 103.00314),
-/// or the origin when the footprint has no box.
+/// The point known to lie outside the laid seed: the footprint's external vertex
+/// (box max + (17.3133, 6.550404, 103.00314), added in float) with y = 0, or the
+/// origin when the footprint has no box. laid must have current dependencies.
 _D3DVECTOR outsideReference(CKFootPrint& laid);
 
 /// Fills fp with the seed laid on the floor and updates its dependencies
@@ -154,7 +147,7 @@ struct TessResult {
 /// Runs the whole method on a seed: laid holds the seed laid on the floor with
 /// current dependencies. Returns 1 with the result filled, 0 on failure (no
 /// vertex, a self-crossing outline, no triangle, or no memory).
-int tessellateSeed(const std::vector<_D3DVECTOR>& seed, TessFootPrint& laid, TessResult* result,
+int tessellateSeed(const std::vector<_D3DVECTOR>& seed, CKFootPrint& laid, TessResult* result,
                    const TessOptions& options = TessOptions());
 
 }  // namespace kutil::detail

@@ -7,9 +7,11 @@
 
 #include "KVGen.h"
 #include "KVector.h"
+#include "VGenInternals.h"
 #include "VGenRecords.h"
 
 using namespace kutil::detail;
+using GenInternals = Internals<CKVGen>;
 
 namespace {
 
@@ -48,9 +50,30 @@ int transformPoint(const tagKExtrudePlane& frame, const tagKExtrudeInstruction& 
   }
 }
 
+// Fills plane with the images of prev's vertices and corners under the
+// instruction, taken in prev's frame; 0 when a vertex cannot be carried or made.
+int extrudePlane(const tagKExtrudePlane& prev, const tagKExtrudeInstruction& ins, bool faceOutlines,
+                 tagKExtrudePlane* plane) {
+  tagKExtrudeVertex** tail = &plane->vertices;
+  for (const tagKExtrudeVertex* pv = prev.vertices; pv != nullptr; pv = pv->next) {
+    _D3DVECTOR q;
+    if (transformPoint(prev, ins, pv->point.position, &q) == 0) return 0;
+    tagKExtrudeVertex* nv = makeVertex(q, faceOutlines);
+    if (nv == nullptr) return 0;
+    *tail = nv;
+    tail = &nv->next;
+  }
+  // Corner failures are ignored: such a corner keeps its zero value.
+  transformPoint(prev, ins, prev.corner0, &plane->corner0);
+  transformPoint(prev, ins, prev.corner1, &plane->corner1);
+  transformPoint(prev, ins, prev.corner3, &plane->corner3);
+  transformPoint(prev, ins, prev.corner2, &plane->corner2);
+  return 1;
+}
+
 // The stored (ascending) triple of the first triangle, whatever the normal reversal.
 int firstTriangle(CKVGen& gen, int* a, int* b, int* c) {
-  if (gen.m_tessellation == nullptr) return 0;
+  if (GenInternals::tessellation(gen) == nullptr) return 0;
   int t[3];
   if (gen.KVGetFirstTesselatedTriangle(&t[0], &t[1], &t[2]) == 0) return 0;
   // Reversal hands the triple out descending; sorting restores the stored order.
@@ -82,7 +105,8 @@ using PointOp = int (*)(_D3DVECTOR* p, const void* arg);
 // Applies op to every seed vertex, the seed corners, and every generated plane's vertices and
 // corners. The result is that of the last vertex update; the walk stops at the first 0.
 int walkSolid(CKVGen& gen, PointOp op, const void* arg) {
-  if (gen.m_seedPlane == nullptr || gen.m_seedPlane->vertices == nullptr) return 0;
+  tagKExtrudePlane* seed = GenInternals::seedPlane(gen);
+  if (seed == nullptr || seed->vertices == nullptr) return 0;
   auto corners = [&](tagKExtrudePlane* p) {
     op(&p->corner0, arg);
     op(&p->corner1, arg);
@@ -90,12 +114,12 @@ int walkSolid(CKVGen& gen, PointOp op, const void* arg) {
     op(&p->corner3, arg);
   };
   int status = 0;
-  for (tagKExtrudeVertex* v = gen.m_seedPlane->vertices; v != nullptr; v = v->next) {
+  for (tagKExtrudeVertex* v = seed->vertices; v != nullptr; v = v->next) {
     status = op(&v->point.position, arg);
     if (status == 0) return 0;
   }
-  corners(gen.m_seedPlane);
-  for (tagKExtrudePlane* p = gen.m_genPlanes; p != nullptr; p = p->next) {
+  corners(seed);
+  for (tagKExtrudePlane* p = GenInternals::genPlanes(gen); p != nullptr; p = p->next) {
     status = 0;
     for (tagKExtrudeVertex* v = p->vertices; v != nullptr; v = v->next) {
       status = op(&v->point.position, arg);
@@ -193,10 +217,13 @@ int CKVGen::KVGenerate() {
   if (m_seedPlane == nullptr) return 0;
   // Deliberately: with no instructions, the planes generated earlier stay as they are.
   if (m_instructions == nullptr) return 1;
-  destroyPlaneList(m_genPlanes);
-  m_genPlanes = nullptr;
-  m_currentPlane = nullptr;
-  m_selectedGenVertex = nullptr;
+  auto dropPlanes = [this] {
+    destroyPlaneList(m_genPlanes);
+    m_genPlanes = nullptr;
+    m_currentPlane = nullptr;
+    m_selectedGenVertex = nullptr;
+  };
+  dropPlanes();
   if (KVUpdateSeedList2DBox() == 0) return 0;
 
   _D3DVECTOR work = {0.0f, 0.0f, -1.0f};
@@ -204,49 +231,25 @@ int CKVGen::KVGenerate() {
   KUVectorScale(&m_seedPlane->normal, &work, -1.0f);
 
   const bool faceOutlines = m_edgeDetectType == EDGE_DETECT_FACE;
-  tagKExtrudePlane* prev = m_seedPlane;
+  const tagKExtrudePlane* prev = m_seedPlane;
   tagKExtrudePlane** tail = &m_genPlanes;
-  int status = 1;
-  for (tagKExtrudeInstruction* ins = m_instructions; ins != nullptr && status != 0; ins = ins->next) {
+  for (const tagKExtrudeInstruction* ins = m_instructions; ins != nullptr; ins = ins->next) {
+    // A failure never leaves a half-built stack.
     tagKExtrudePlane* plane = makePlane();
     if (plane == nullptr) {
-      status = 0;
-      break;
+      dropPlanes();
+      return 0;
     }
     *tail = plane;
     tail = &plane->next;
     m_currentPlane = plane;
-    tagKExtrudeVertex** vtail = &plane->vertices;
-    for (tagKExtrudeVertex* pv = prev->vertices; pv != nullptr; pv = pv->next) {
-      _D3DVECTOR q;
-      if (transformPoint(*prev, *ins, pv->point.position, &q) == 0) {
-        status = 0;
-        break;
-      }
-      tagKExtrudeVertex* nv = makeVertex(q, faceOutlines);
-      if (nv == nullptr) {
-        status = 0;
-        break;
-      }
-      *vtail = nv;
-      vtail = &nv->next;
+    if (extrudePlane(*prev, *ins, faceOutlines, plane) == 0) {
+      dropPlanes();
+      return 0;
     }
-    if (status == 0) break;
-    // Corner failures are ignored: such a corner keeps its zero value.
-    transformPoint(*prev, *ins, prev->corner0, &plane->corner0);
-    transformPoint(*prev, *ins, prev->corner1, &plane->corner1);
-    transformPoint(*prev, *ins, prev->corner3, &plane->corner3);
-    transformPoint(*prev, *ins, prev->corner2, &plane->corner2);
     _D3DVECTOR n;
     if (KVCalcGenPlaneNormal(&n) != 0) plane->normal = n;
     prev = plane;
-  }
-  if (status == 0) {
-    destroyPlaneList(m_genPlanes);
-    m_genPlanes = nullptr;
-    m_currentPlane = nullptr;
-    m_selectedGenVertex = nullptr;
-    return 0;
   }
   m_selectedGenVertex = nullptr;
   return 1;
@@ -397,10 +400,11 @@ int GKVCalculateEndPlaneVertexMappings(CKVGen* gen, int end, int tiling, float s
   // edge maps to exactly 0.
   const float minXs = box->min.x * sf, maxXs = box->max.x * sf, minYs = box->min.y * sf;
   const double ws = static_cast<double>(w * sf), hs = static_cast<double>(h * sf);
+  tagKExtrudeVertex* const seed = GenInternals::seedPlane(*gen)->vertices;  // the box is the seed's
 
   if (end == 0) {
-    if (gen->m_seedPlane->vertices == nullptr) return 0;
-    for (tagKExtrudeVertex* v = gen->m_seedPlane->vertices; v != nullptr; v = v->next) {
+    if (seed == nullptr) return 0;
+    for (tagKExtrudeVertex* v = seed; v != nullptr; v = v->next) {
       _D3DVECTOR p;
       KUVectorScale(&p, &v->point.position, sf);
       tagKTessVertex& t = v->point.tess;
@@ -413,12 +417,12 @@ int GKVCalculateEndPlaneVertexMappings(CKVGen* gen, int end, int tiling, float s
     return 1;
   }
   if (end == 1) {
-    tagKExtrudePlane* last = lastPlane(gen->m_genPlanes);
+    tagKExtrudePlane* last = lastPlane(GenInternals::genPlanes(*gen));
     if (last == nullptr) return 0;
-    gen->m_currentPlane = last;
+    GenInternals::currentPlane(*gen) = last;
     // Mirrored against the front, so the picture reads the same way from outside at either end.
     for (int n = count - 1; n >= 0; --n) {
-      tagKExtrudeVertex* seedV = vertexByNumber(gen->m_seedPlane->vertices, n);
+      tagKExtrudeVertex* seedV = vertexByNumber(seed, n);
       tagKExtrudeVertex* genV = vertexByNumber(last->vertices, n);
       if (seedV == nullptr || genV == nullptr) return 0;
       _D3DVECTOR p, q;

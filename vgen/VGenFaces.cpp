@@ -3,16 +3,18 @@
 // Side faces and their corner order, collision outlines, boxes and hit marks.
 #include "KVGen.h"
 #include "KVector.h"
+#include "VGenInternals.h"
 #include "VGenRecords.h"
 
 using namespace kutil::detail;
+using GenInternals = Internals<CKVGen>;
 
 namespace {
 
 // The plane before `plane`: the seed for the first generated plane; null when not found.
 tagKExtrudePlane* previousPlane(CKVGen& gen, tagKExtrudePlane* plane) {
-  if (plane == gen.m_genPlanes) return gen.m_seedPlane;
-  for (tagKExtrudePlane* p = gen.m_genPlanes; p != nullptr; p = p->next) {
+  if (plane == GenInternals::genPlanes(gen)) return GenInternals::seedPlane(gen);
+  for (tagKExtrudePlane* p = GenInternals::genPlanes(gen); p != nullptr; p = p->next) {
     if (p->next == plane) return p;
   }
   return nullptr;
@@ -25,8 +27,8 @@ struct FaceQuad {
 
 // Gathers the quad between the selected vertex i and vertex j (i + 1, or 0 for the back face).
 int gatherFace(CKVGen& gen, bool back, FaceQuad* q) {
-  tagKExtrudePlane* cur = gen.m_currentPlane;
-  tagKExtrudeVertex* sel = gen.m_selectedGenVertex;
+  tagKExtrudePlane* cur = GenInternals::currentPlane(gen);
+  tagKExtrudeVertex* sel = GenInternals::selectedGenVertex(gen);
   if (cur == nullptr || sel == nullptr) return 0;
   if (!back && sel->next == nullptr) return 0;
   tagKExtrudePlane* prev = previousPlane(gen, cur);

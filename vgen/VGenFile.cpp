@@ -1,42 +1,23 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
 // The shape file: one tagged value a line, from "[VGEN]" to "[NEGV]".
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 
 #include "KText.h"
 #include "KVGen.h"
+#include "TextDetail.h"
 
 namespace {
 
-// Room for the longest segment: a 276-character text with its tag and length, or a huge float.
-constexpr int kLineCapacity = 400;
+using kutil::detail::writeSegmentLine;
+
 // Lines are read in pieces of at most 291 characters.
 constexpr int kReadBuffer = 292;
 constexpr int kValueLength = 276;
 
 int writeLine(FILE* f, const char* line) { return std::fprintf(f, "%s\n", line) > 0 ? 1 : 0; }
-
-void writeInt(FILE* f, const char* tag, int value) {
-  char line[kLineCapacity];
-  int length = 0;
-  KUMkNumSegment(line, tag, value, &length);
-  writeLine(f, line);
-}
-
-void writeFloat(FILE* f, const char* tag, float value) {
-  char line[kLineCapacity];
-  int length = 0;
-  KUMkFloatSegment(line, tag, value, &length);
-  writeLine(f, line);
-}
-
-void writeText(FILE* f, const char* tag, const char* value) {
-  char line[kLineCapacity];
-  int length = 0;
-  KUMkLineSegment(line, tag, value, &length);
-  writeLine(f, line);
-}
 
 // The tags the reader recognises, in the order it tests them.
 enum Tag {
@@ -77,59 +58,162 @@ Tag classify(const char* line) {
   return kNone;
 }
 
-// Conversions write the field only when the line holds its segment; a rejected number reads 0.
-void readInt(Tag tag, const char* line, int* field) {
-  char value[kValueLength + 1];
-  if (KUExtractField(kTags[tag], line, value, kValueLength) != 0) KUSafeATOI(value, field);
+// Where the value of a tagged line goes: an integer or float field, or a text
+// setter of the generator.
+struct Field {
+  Tag tag;
+  int* number;
+  float* real;
+  int (CKVGen::*text)(const char*);
+};
+
+Field numberField(Tag tag, int* field) { return {tag, field, nullptr, nullptr}; }
+Field realField(Tag tag, float* field) { return {tag, nullptr, field, nullptr}; }
+Field textField(Tag tag, int (CKVGen::*setter)(const char*)) { return {tag, nullptr, nullptr, setter}; }
+
+const Field* findField(const Field* fields, std::size_t count, Tag tag) {
+  for (std::size_t i = 0; i < count; ++i)
+    if (fields[i].tag == tag) return &fields[i];
+  return nullptr;
 }
 
-void readFloat(Tag tag, const char* line, float* field) {
+// Takes the value of the line's own segment into the field; a line without it
+// leaves the field as it was, and a rejected number reads 0.
+void readField(CKVGen& gen, const Field& field, const char* line) {
   char value[kValueLength + 1];
-  if (KUExtractField(kTags[tag], line, value, kValueLength) != 0) KUSafeATOF(value, field);
+  if (KUExtractField(kTags[field.tag], line, value, kValueLength) == 0) return;
+  if (field.number != nullptr) {
+    KUSafeATOI(value, field.number);
+  } else if (field.real != nullptr) {
+    KUSafeATOF(value, field.real);
+  } else {
+    (gen.*field.text)(value);
+  }
 }
 
-int readText(Tag tag, const char* line, char* value) {
-  return KUExtractField(kTags[tag], line, value, kValueLength);
-}
+// The reader of a shape file, line by line. Outside a block, settings lines
+// fill their fields and "[SED]" or "[INS]" opens a block; inside a block only
+// its own fields and its closing tag are allowed, anything else marks an error.
+// A closing tag outside a block ends the useful part of the file: every later
+// line is skipped. Lines with no known tag are skipped wherever they stand.
+class ShapeReader {
+ public:
+  template <std::size_t N>
+  ShapeReader(CKVGen& gen, const Field (&settings)[N])
+      : m_gen(gen), m_settings(settings), m_settingCount(N) {}
+  ShapeReader(const ShapeReader&) = delete;
+  ShapeReader& operator=(const ShapeReader&) = delete;
+
+  void take(const char* line) {
+    const Tag tag = classify(line);
+    if (tag == kNone) return;
+    switch (m_state) {
+      case State::outside:
+        outside(tag, line);
+        break;
+      case State::inSeed:
+        if (!inBlock(m_seedFields, tag, kDES, line)) break;
+        m_gen.KVAddSeedVertex(&m_vertex);
+        m_vertex = {0.0f, 0.0f, 0.0f};
+        m_state = State::outside;
+        break;
+      case State::inInstruction:
+        if (!inBlock(m_instructionFields, tag, kSNI, line)) break;
+        m_gen.KVAddInstruction(m_code, &m_vector, m_magnitude);
+        m_code = -1;
+        m_vector = {0.0f, 0.0f, 0.0f};
+        m_magnitude = 1.0f;
+        m_state = State::outside;
+        break;
+      case State::dead:
+        break;
+    }
+  }
+
+  /// True once a line inside a block was not one of the block's.
+  bool failed() const { return m_error; }
+
+ private:
+  enum class State { outside, inSeed, inInstruction, dead };
+
+  void outside(Tag tag, const char* line) {
+    if (tag == kSED) {
+      m_state = State::inSeed;
+    } else if (tag == kINS) {
+      m_state = State::inInstruction;
+    } else if (tag == kDES || tag == kSNI) {
+      m_state = State::dead;  // deliberately without an error
+    } else if (const Field* f = findField(m_settings, m_settingCount, tag)) {
+      readField(m_gen, *f, line);
+    }
+  }
+
+  // True for the block's closing tag; a field of the block is read, anything else is an error.
+  template <std::size_t N>
+  bool inBlock(const Field (&fields)[N], Tag tag, Tag closing, const char* line) {
+    if (tag == closing) return true;
+    if (const Field* f = findField(fields, N, tag)) {
+      readField(m_gen, *f, line);
+    } else {
+      m_error = true;
+    }
+    return false;
+  }
+
+  CKVGen& m_gen;
+  const Field* m_settings;
+  std::size_t m_settingCount;
+  State m_state = State::outside;
+  bool m_error = false;
+  _D3DVECTOR m_vertex = {0.0f, 0.0f, 0.0f};  // the seed block being read
+  int m_code = -1;                           // the instruction block being read
+  _D3DVECTOR m_vector = {0.0f, 0.0f, 0.0f};
+  float m_magnitude = 1.0f;
+  const Field m_seedFields[3] = {realField(kSEX, &m_vertex.x), realField(kSEY, &m_vertex.y),
+                                 realField(kSEZ, &m_vertex.z)};
+  const Field m_instructionFields[5] = {numberField(kCMD, &m_code), realField(kIVX, &m_vector.x),
+                                        realField(kIVY, &m_vector.y), realField(kIVZ, &m_vector.z),
+                                        realField(kIMG, &m_magnitude)};
+};
 
 }  // namespace
 
 int CKVGen::KVSave(const char* path) {
-  if (path == nullptr || path[0] == '\0') return 0;
+  if (kutil::detail::isEmpty(path)) return 0;
   FILE* f = std::fopen(path, "w");
   if (f == nullptr) return 0;
   if (writeLine(f, "[VGEN]") == 0) {
     std::fclose(f);
     return 0;
   }
-  writeInt(f, "[NRM]", m_normalDirection);
-  writeFloat(f, "[DTA]", m_deltaTranslation);
-  writeFloat(f, "[DRO]", m_deltaRotation);
-  writeText(f, "[FPT]", m_frontPlaneTexture);
-  writeInt(f, "[FTI]", m_frontTiling);
-  writeText(f, "[BPT]", m_backPlaneTexture);
-  writeInt(f, "[BTI]", m_backTiling);
-  writeText(f, "[FST]", m_wrapSurfaceTexture);
-  writeInt(f, "[STI]", m_wrapTiling);
-  writeText(f, "[FIC]", m_frontIconIndex);
-  writeText(f, "[BIC]", m_backIconIndex);
-  writeText(f, "[WIC]", m_wrapIconIndex);
+  writeSegmentLine(f, "[NRM]", m_normalDirection);
+  writeSegmentLine(f, "[DTA]", m_deltaTranslation);
+  writeSegmentLine(f, "[DRO]", m_deltaRotation);
+  writeSegmentLine(f, "[FPT]", m_frontPlaneTexture);
+  writeSegmentLine(f, "[FTI]", m_frontTiling);
+  writeSegmentLine(f, "[BPT]", m_backPlaneTexture);
+  writeSegmentLine(f, "[BTI]", m_backTiling);
+  writeSegmentLine(f, "[FST]", m_wrapSurfaceTexture);
+  writeSegmentLine(f, "[STI]", m_wrapTiling);
+  writeSegmentLine(f, "[FIC]", m_frontIconIndex);
+  writeSegmentLine(f, "[BIC]", m_backIconIndex);
+  writeSegmentLine(f, "[WIC]", m_wrapIconIndex);
   // A generator without a seed plane simply has no seed block.
   for (tagKExtrudeVertex* v = m_seedPlane != nullptr ? m_seedPlane->vertices : nullptr; v != nullptr;
        v = v->next) {
     writeLine(f, "[SED]");
-    writeFloat(f, "[SEX]", v->point.position.x);
-    writeFloat(f, "[SEY]", v->point.position.y);
-    writeFloat(f, "[SEZ]", v->point.position.z);
+    writeSegmentLine(f, "[SEX]", v->point.position.x);
+    writeSegmentLine(f, "[SEY]", v->point.position.y);
+    writeSegmentLine(f, "[SEZ]", v->point.position.z);
     writeLine(f, "[DES]");
   }
   for (tagKExtrudeInstruction* ins = m_instructions; ins != nullptr; ins = ins->next) {
     writeLine(f, "[INS]");
-    writeInt(f, "[CMD]", ins->code);
-    writeFloat(f, "[IVX]", ins->vector.x);
-    writeFloat(f, "[IVY]", ins->vector.y);
-    writeFloat(f, "[IVZ]", ins->vector.z);
-    writeFloat(f, "[IMG]", ins->magnitude);
+    writeSegmentLine(f, "[CMD]", ins->code);
+    writeSegmentLine(f, "[IVX]", ins->vector.x);
+    writeSegmentLine(f, "[IVY]", ins->vector.y);
+    writeSegmentLine(f, "[IVZ]", ins->vector.z);
+    writeSegmentLine(f, "[IMG]", ins->magnitude);
     writeLine(f, "[SNI]");
   }
   const int status = writeLine(f, "[NEGV]");
@@ -140,133 +224,28 @@ int CKVGen::KVSave(const char* path) {
 int CKVGen::KVRestore(const char* path) {
   KVTerminate();
   KVInitialise();
-  if (path == nullptr || path[0] == '\0') return 0;
+  if (kutil::detail::isEmpty(path)) return 0;
   FILE* f = std::fopen(path, "r");
   if (f == nullptr) return 0;
-
-  enum State { kOutside, kInSeed, kInInstruction, kDead };
-  State state = kOutside;
-  bool error = false;
-  _D3DVECTOR vertex = {0.0f, 0.0f, 0.0f};
-  int code = -1;
-  _D3DVECTOR vector = {0.0f, 0.0f, 0.0f};
-  float magnitude = 1.0f;
+  const Field settings[] = {
+      numberField(kNRM, &m_normalDirection),
+      realField(kDTA, &m_deltaTranslation),
+      realField(kDRO, &m_deltaRotation),
+      textField(kFPT, &CKVGen::KVSetFrontPlaneTexture),
+      numberField(kFTI, &m_frontTiling),
+      textField(kBPT, &CKVGen::KVSetBackPlaneTexture),
+      numberField(kBTI, &m_backTiling),
+      textField(kFST, &CKVGen::KVSetWrapSurfaceTexture),
+      numberField(kSTI, &m_wrapTiling),
+      textField(kFIC, &CKVGen::KVSetFrontIconIndex),
+      textField(kBIC, &CKVGen::KVSetBackIconIndex),
+      textField(kWIC, &CKVGen::KVSetWrapIconIndex),
+  };
+  ShapeReader reader(*this, settings);
   char line[kReadBuffer];
-  char text[kValueLength + 1];
-
-  while (std::fgets(line, kReadBuffer, f) != nullptr) {
-    const Tag tag = classify(line);
-    if (tag == kNone || state == kDead) continue;  // unknown lines are skipped wherever they stand
-    switch (state) {
-      case kOutside:
-        switch (tag) {
-          case kNRM:
-            readInt(tag, line, &m_normalDirection);
-            break;
-          case kFTI:
-            readInt(tag, line, &m_frontTiling);
-            break;
-          case kBTI:
-            readInt(tag, line, &m_backTiling);
-            break;
-          case kSTI:
-            readInt(tag, line, &m_wrapTiling);
-            break;
-          case kDTA:
-            readFloat(tag, line, &m_deltaTranslation);
-            break;
-          case kDRO:
-            readFloat(tag, line, &m_deltaRotation);
-            break;
-          case kFPT:
-            if (readText(tag, line, text)) KVSetFrontPlaneTexture(text);
-            break;
-          case kBPT:
-            if (readText(tag, line, text)) KVSetBackPlaneTexture(text);
-            break;
-          case kFST:
-            if (readText(tag, line, text)) KVSetWrapSurfaceTexture(text);
-            break;
-          case kFIC:
-            if (readText(tag, line, text)) KVSetFrontIconIndex(text);
-            break;
-          case kBIC:
-            if (readText(tag, line, text)) KVSetBackIconIndex(text);
-            break;
-          case kWIC:
-            if (readText(tag, line, text)) KVSetWrapIconIndex(text);
-            break;
-          case kSED:
-            state = kInSeed;
-            break;
-          case kINS:
-            state = kInInstruction;
-            break;
-          // Deliberately: a stray closing tag ends the useful part of the file without an error.
-          case kDES:
-          case kSNI:
-            state = kDead;
-            break;
-          default:
-            break;
-        }
-        break;
-      case kInSeed:
-        switch (tag) {
-          case kSEX:
-            readFloat(tag, line, &vertex.x);
-            break;
-          case kSEY:
-            readFloat(tag, line, &vertex.y);
-            break;
-          case kSEZ:
-            readFloat(tag, line, &vertex.z);
-            break;
-          case kDES:
-            KVAddSeedVertex(&vertex);
-            vertex = {0.0f, 0.0f, 0.0f};
-            state = kOutside;
-            break;
-          default:
-            error = true;
-            break;
-        }
-        break;
-      case kInInstruction:
-        switch (tag) {
-          case kCMD:
-            readInt(tag, line, &code);
-            break;
-          case kIVX:
-            readFloat(tag, line, &vector.x);
-            break;
-          case kIVY:
-            readFloat(tag, line, &vector.y);
-            break;
-          case kIVZ:
-            readFloat(tag, line, &vector.z);
-            break;
-          case kIMG:
-            readFloat(tag, line, &magnitude);
-            break;
-          case kSNI:
-            KVAddInstruction(code, &vector, magnitude);
-            code = -1;
-            vector = {0.0f, 0.0f, 0.0f};
-            magnitude = 1.0f;
-            state = kOutside;
-            break;
-          default:
-            error = true;
-            break;
-        }
-        break;
-      case kDead:
-        break;
-    }
-  }
+  while (std::fgets(line, kReadBuffer, f) != nullptr) reader.take(line);
   std::fclose(f);
   // An open block at the end of the file is dropped.
-  if (error || m_seedPlane == nullptr || m_seedPlane->vertices == nullptr) return 0;
+  if (reader.failed() || m_seedPlane == nullptr || m_seedPlane->vertices == nullptr) return 0;
   return KVUpdateVertexDependencies();
 }

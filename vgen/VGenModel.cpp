@@ -6,9 +6,11 @@
 #include <cstring>
 #include <new>
 
+#include "FootPrintInternals.h"
 #include "KText.h"
 #include "KVGen.h"
 #include "KVector.h"
+#include "TextDetail.h"
 #include "VGenRecords.h"
 
 using namespace kutil::detail;
@@ -17,16 +19,6 @@ namespace {
 
 constexpr int kTextureCapacity = 277;
 constexpr int kIconLength = 16;
-
-// Copies a name into a fixed field, never past its capacity.
-void copyField(char* field, int capacity, const char* text) {
-  if (text == nullptr) {
-    field[0] = '\0';
-    return;
-  }
-  std::strncpy(field, text, static_cast<size_t>(capacity - 1));
-  field[capacity - 1] = '\0';
-}
 
 // Copies a non-empty field out whole; 0 when it is empty.
 int copyOut(char* out, const char* field) {
@@ -126,17 +118,17 @@ int CKVGen::KVGetNormalDirection(int* direction) {
 }
 
 int CKVGen::KVSetFrontPlaneTexture(const char* name) {
-  copyField(m_frontPlaneTexture, kTextureCapacity, name);
+  copyBounded(m_frontPlaneTexture, name, kTextureCapacity - 1);
   return 1;
 }
 int CKVGen::KVGetFrontPlaneTexture(char* out) { return copyOut(out, m_frontPlaneTexture); }
 int CKVGen::KVSetBackPlaneTexture(const char* name) {
-  copyField(m_backPlaneTexture, kTextureCapacity, name);
+  copyBounded(m_backPlaneTexture, name, kTextureCapacity - 1);
   return 1;
 }
 int CKVGen::KVGetBackPlaneTexture(char* out) { return copyOut(out, m_backPlaneTexture); }
 int CKVGen::KVSetWrapSurfaceTexture(const char* name) {
-  copyField(m_wrapSurfaceTexture, kTextureCapacity, name);
+  copyBounded(m_wrapSurfaceTexture, name, kTextureCapacity - 1);
   return 1;
 }
 int CKVGen::KVGetWrapSurfaceTexture(char* out) { return copyOut(out, m_wrapSurfaceTexture); }
@@ -357,7 +349,7 @@ int CKVGen::KVGetNumVertices(int* count) {
 int CKVGen::KVSeedFromFootPrint(CKFootPrint* footprint) {
   if (footprint == nullptr) return 0;
   KVDeleteSeedList();
-  tagKEdge*& cursor = footPrintCursor(*footprint);
+  tagKEdge*& cursor = Internals<CKFootPrint>::cursor(*footprint);
   tagKEdge* saved = cursor;
   int status = footprint->FPSelectFirstEdge();
   if (status != 0) {

@@ -6,15 +6,6 @@
 
 namespace kutil::detail {
 
-namespace {
-// Naming the member through a derived class gives a member pointer usable on any footprint.
-struct FootPrintAccess : CKFootPrint {
-  static tagKEdge* CKFootPrint::*cursorMember() { return &FootPrintAccess::m_currentEdge; }
-};
-}  // namespace
-
-tagKEdge*& footPrintCursor(CKFootPrint& fp) { return fp.*(FootPrintAccess::cursorMember()); }
-
 CKFootPrint* makeFootPrint() {
   CKFootPrint* fp = new (std::nothrow) CKFootPrint();
   if (fp == nullptr) return nullptr;

@@ -35,7 +35,4 @@ tagKExtrudeVertex* lastVertex(tagKExtrudeVertex* head);
 /// Last plane of a chain, or null.
 tagKExtrudePlane* lastPlane(tagKExtrudePlane* head);
 
-/// The footprint's protected edge cursor, reachable for saving and restoring around a walk.
-tagKEdge*& footPrintCursor(CKFootPrint& fp);
-
 }  // namespace kutil::detail

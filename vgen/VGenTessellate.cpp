@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "Boundary.h"
 #include "KVGen.h"
 #include "Tessellation.h"
 
-using kutil::detail::TessFootPrint;
 using kutil::detail::TessResult;
 
 namespace {
@@ -27,6 +27,25 @@ void handOut(CKVGen& gen, const kutil::detail::TessTriangle& t, int* a, int* b, 
   }
 }
 
+// Fills tess with the triangulation of the seed vertices; 0 when there is none.
+int triangulate(CKVGen& gen, const tagKExtrudeVertex* vertices, KVTessellation* tess) {
+  std::vector<_D3DVECTOR> seed;
+  for (const tagKExtrudeVertex* v = vertices; v != nullptr; v = v->next) seed.push_back(v->point.position);
+  CKFootPrint laid;
+  laid.FPInitialise();
+  // Its status only says whether the box and centre could be made; a seed
+  // without a box is measured against the origin as its outside point.
+  gen.KVFootPrintFromSeed(&laid, 1);
+  TessResult result;
+  const int ok = kutil::detail::tessellateSeed(seed, laid, &result);
+  if (ok) {
+    tess->segments = std::move(result.segments);
+    tess->triangles = std::move(result.triangles);
+  }
+  laid.FPTerminate();
+  return ok;
+}
+
 }  // namespace
 
 int CKVGen::KVTesselateSeedPlane() {
@@ -34,30 +53,8 @@ int CKVGen::KVTesselateSeedPlane() {
   if (m_seedPlane == nullptr || m_seedPlane->vertices == nullptr) return 0;
   KVTessellation* tess = new (std::nothrow) KVTessellation();
   if (tess == nullptr) return 0;
-  int ok = 0;
-  {
-    TessFootPrint laid;
-    laid.FPInitialise();
-    try {
-      std::vector<_D3DVECTOR> seed;
-      for (const tagKExtrudeVertex* v = m_seedPlane->vertices; v != nullptr; v = v->next) {
-        seed.push_back(v->point.position);
-      }
-      // Its status only says whether the box and centre could be made; a seed
-      // without a box is measured against the origin as its outside point.
-      KVFootPrintFromSeed(&laid, 1);
-      TessResult result;
-      if (kutil::detail::tessellateSeed(seed, laid, &result)) {
-        tess->segments = std::move(result.segments);
-        tess->triangles = std::move(result.triangles);
-        ok = 1;
-      }
-    } catch (const std::bad_alloc&) {
-      ok = 0;
-    }
-    laid.FPTerminate();
-  }
-  if (!ok) {
+  // The engine works in standard-library vectors: out of memory is a failure like any other.
+  if (!kutil::detail::guarded([&] { return triangulate(*this, m_seedPlane->vertices, tess); })) {
     delete tess;
     return 0;
   }

@@ -10,7 +10,7 @@
 
 namespace {
 
-using kutil::detail::ActionRowAccess;
+using RowInternals = kutil::detail::Internals<CKActionRow>;
 
 TEST(CKActionRow, NewRowReportsNothingSet) {
   CKActionRow row;
@@ -20,8 +20,8 @@ TEST(CKActionRow, NewRowReportsNothingSet) {
                 row.ARGetTextData(text),
             0);
   EXPECT_EQ(std::to_string(value) + text, "99untouched");
-  EXPECT_EQ(ActionRowAccess::rowType(row) + ActionRowAccess::action(row), -2);
-  EXPECT_STREQ(ActionRowAccess::runState(row), "idle");
+  EXPECT_EQ(RowInternals::rowType(row) + RowInternals::action(row), -2);
+  EXPECT_STREQ(RowInternals::runState(row), "idle");
   row.ARSetRepeatClicks(0);  // zero is a set count, only negatives are "none"
   EXPECT_EQ(row.ARGetRepeatClicks(&value), 1);
 }
@@ -71,15 +71,15 @@ TEST(CKActionRow, PlaybackReadsTheNamedRecordingAndStartsOverOnRestartOrCopy) {
   char text[KIR_TEXT_LEN + 1] = "";
   auto playAll = [&](CKActionRow& r) {
     std::string got;
-    while (ActionRowAccess::getPlaybackCommand(r, &code, &flags, text))
+    while (RowInternals::getPlaybackCommand(r, &code, &flags, text))
       got += std::to_string(code) + "/" + std::to_string(flags) + "/" + text + " ";
     return got;
   };
-  EXPECT_EQ(ActionRowAccess::isPlayingBack(row), 0) << "no recorder yet";
+  EXPECT_EQ(RowInternals::isPlayingBack(row), 0) << "no recorder yet";
   EXPECT_EQ(playAll(row), "1/0/ 1/0/ 3/2/hi ");
-  ASSERT_NE(ActionRowAccess::recorder(row), nullptr);
-  EXPECT_EQ(ActionRowAccess::isPlayingBack(row), 0) << "exhausted and terminated";
-  EXPECT_EQ(ActionRowAccess::restartPlayback(row), 0);
+  ASSERT_NE(RowInternals::recorder(row), nullptr);
+  EXPECT_EQ(RowInternals::isPlayingBack(row), 0) << "exhausted and terminated";
+  EXPECT_EQ(RowInternals::restartPlayback(row), 0);
   EXPECT_EQ(playAll(row), "1/0/ 1/0/ 3/2/hi ");
 
   // A copy takes the definition but neither the clock state nor the recorder, so it plays from the start.
@@ -88,22 +88,22 @@ TEST(CKActionRow, PlaybackReadsTheNamedRecordingAndStartsOverOnRestartOrCopy) {
   source.ARSetRunState("busy");
   source.ARSetCallStack("call.door");
   source.ARSetIterations(2);
-  ActionRowAccess::setNext(source, &other);
+  RowInternals::setNext(source, &other);
   row.ARSetEvent(KAR_EVENT_SELECT);  // not set in the source: cleared by the copy
   ASSERT_EQ(row.ARCopyFrom(&source), 1);
   EXPECT_EQ(row.ARGetEvent(&code), 0);
-  EXPECT_STREQ(ActionRowAccess::runState(row), "idle");
-  EXPECT_STREQ(ActionRowAccess::callStack(row), "");
-  EXPECT_EQ(ActionRowAccess::iterations(row), 0);
-  EXPECT_EQ(ActionRowAccess::next(row), nullptr);
-  EXPECT_EQ(ActionRowAccess::recorder(row), nullptr);
+  EXPECT_STREQ(RowInternals::runState(row), "idle");
+  EXPECT_STREQ(RowInternals::callStack(row), "");
+  EXPECT_EQ(RowInternals::iterations(row), 0);
+  EXPECT_EQ(RowInternals::next(row), nullptr);
+  EXPECT_EQ(RowInternals::recorder(row), nullptr);
   EXPECT_EQ(playAll(row), "1/0/ 1/0/ 3/2/hi ");
   EXPECT_EQ(row.ARCopyFrom(nullptr), 0);
 
   CKActionRow empty;
   EXPECT_EQ(playAll(empty), "");
-  EXPECT_EQ(ActionRowAccess::recorder(empty), nullptr);
-  EXPECT_EQ(ActionRowAccess::restartPlayback(empty), 0);
+  EXPECT_EQ(RowInternals::recorder(empty), nullptr);
+  EXPECT_EQ(RowInternals::restartPlayback(empty), 0);
   empty.ARSetTextData(dir.file("absent.rec").c_str());
   EXPECT_EQ(playAll(empty), "");
 }

@@ -6,8 +6,8 @@
 #include "DecideTestSupport.h"
 
 using namespace kutil::test;
-using kutil::detail::ActionRowAccess;
-using kutil::detail::DecideAccess;
+using RowInternals = kutil::detail::Internals<CKActionRow>;
+using TableInternals = kutil::detail::Internals<CKDecide>;
 
 namespace {
 
@@ -57,9 +57,8 @@ TEST_F(CKDecideClock, ResetByCommandOrStopAction) {
   ASSERT_EQ(state(0), "busy");
   // The flagged row still runs before the input is read; the reset command is not passed on.
   EXPECT_EQ(b.tick(KAR_CMD_RESET), Commands{move(KAR_MOTION_UP)});
-  EXPECT_EQ(
-      ActionRowAccess::iterations(*rowAt(b.table, 0)) * 10 + ActionRowAccess::iterations(*rowAt(b.table, 2)),
-      25);
+  EXPECT_EQ(RowInternals::iterations(*rowAt(b.table, 0)) * 10 + RowInternals::iterations(*rowAt(b.table, 2)),
+            25);
   for (int i = 0; i < 4; ++i) EXPECT_EQ(state(i) + callStack(rowAt(b.table, i)), "idleempty") << i;
   EXPECT_EQ(b.tick(), Commands{});
 
@@ -166,7 +165,7 @@ TEST_F(CKDecideClock, AtRowsFireOnEveryTickOfTheirTime) {
   clock.set(2026, 10, 22, 4, 10, 0, 0);
   EXPECT_EQ(b.tick(), (Commands{ping("hour"), ping("thursday")}));
   EXPECT_EQ(b.tick(), (Commands{ping("hour"), ping("thursday"), ping("second")}));
-  EXPECT_EQ(DecideAccess::clockDateTime(b.table).extra, 2) << "ticks are numbered within their second";
+  EXPECT_EQ(TableInternals::clockDateTime(b.table).extra, 2) << "ticks are numbered within their second";
   clock.setSecond(1);
   EXPECT_EQ(b.tick(), Commands{ping("thursday")});
   EXPECT_EQ(b.tick(), (Commands{ping("thursday"), ping("second")}));
@@ -193,11 +192,12 @@ TEST_F(CKDecideClock, MisuseChangesNothingAndNeverHangs) {
   b.in.FIPushFIFOCommand(KAR_EVENT_SELECT, 1.0f);
   EXPECT_EQ(b.table.DEClock(), 0);
   EXPECT_EQ(b.in.FITestFIFOCommandPipe(), 1);
-  EXPECT_EQ(DecideAccess::tickInSecond(b.table), -1);
+  EXPECT_EQ(TableInternals::tickInSecond(b.table), -1);
 
   b.table.DEAttachOutputFIFO(&b.out);
   b.tick(KAR_EVENT_OPEN);  // groups calling each other in a circle
-  EXPECT_EQ(DecideAccess::selectedRow(b.table), rowAt(b.table, 2)) << "the host's selection survives a tick";
+  EXPECT_EQ(TableInternals::selectedRow(b.table), rowAt(b.table, 2))
+      << "the host's selection survives a tick";
 
   // One FIFO as both input and output: the command passes through once per tick.
   Behaviour loop;

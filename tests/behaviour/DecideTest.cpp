@@ -5,7 +5,7 @@
 
 #include "DecideTestSupport.h"
 
-using kutil::detail::DecideAccess;
+using TableInternals = kutil::detail::Internals<CKDecide>;
 using kutil::test::rowAt;
 
 namespace {
@@ -24,7 +24,7 @@ std::string names(CKDecide& table) {
   return out;
 }
 
-CKActionRow* selected(CKDecide& table) { return DecideAccess::selectedRow(table); }
+CKActionRow* selected(CKDecide& table) { return TableInternals::selectedRow(table); }
 
 TEST(CKDecideTable, EditingFollowsTheCursorAndRefusesForeignRows) {
   CKDecide table;
@@ -77,15 +77,15 @@ TEST(CKDecideTable, CopyTakesRowsAndScaleOnly) {
   ASSERT_EQ(copy.DECopyFrom(&source), 1);
   EXPECT_EQ(names(copy), "abc");
   EXPECT_EQ(kutil::test::runState(rowAt(copy, 0)), "idle");
-  EXPECT_EQ(DecideAccess::itemScaleFactor(copy), 2.5f);
-  EXPECT_EQ(DecideAccess::inputFIFO(copy), nullptr);
-  EXPECT_STREQ(DecideAccess::endTag(copy), "]AVR[");
+  EXPECT_EQ(TableInternals::itemScaleFactor(copy), 2.5f);
+  EXPECT_EQ(TableInternals::inputFIFO(copy), nullptr);
+  EXPECT_STREQ(TableInternals::endTag(copy), "]AVR[");
   EXPECT_EQ(selected(source), rowAt(source, 2)) << "the copy walks the source's cursor to its end";
 
   empty.DESetItemScaleFactor(9.0f);
   EXPECT_EQ(copy.DECopyFrom(&empty), 0);
   EXPECT_EQ(rowAt(copy, 0), nullptr);
-  EXPECT_EQ(DecideAccess::itemScaleFactor(copy), 2.5f);
+  EXPECT_EQ(TableInternals::itemScaleFactor(copy), 2.5f);
   EXPECT_EQ(copy.DECopyFrom(&copy), 0);
 }
 

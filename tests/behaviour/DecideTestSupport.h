@@ -16,15 +16,15 @@ namespace kutil::test {
 
 /// The table's row at position index (0-based), found without moving the cursor; null past the end.
 inline CKActionRow* rowAt(CKDecide& table, int index) {
-  CKActionRow* r = detail::DecideAccess::firstRow(table);
-  for (; r != nullptr && index > 0; --index) r = detail::ActionRowAccess::next(*r);
+  CKActionRow* r = detail::Internals<CKDecide>::firstRow(table);
+  for (; r != nullptr && index > 0; --index) r = detail::Internals<CKActionRow>::next(*r);
   return r;
 }
 
 inline int rowCount(CKDecide& table) {
   int n = 0;
-  for (CKActionRow* r = detail::DecideAccess::firstRow(table); r != nullptr;
-       r = detail::ActionRowAccess::next(*r))
+  for (CKActionRow* r = detail::Internals<CKDecide>::firstRow(table); r != nullptr;
+       r = detail::Internals<CKActionRow>::next(*r))
     ++n;
   return n;
 }
@@ -46,8 +46,10 @@ inline std::string readText(const std::string& path) {
   return out;
 }
 
-inline std::string runState(const CKActionRow* row) { return detail::ActionRowAccess::runState(*row); }
-inline std::string callStack(const CKActionRow* row) { return detail::ActionRowAccess::callStack(*row); }
+inline std::string runState(const CKActionRow* row) { return detail::Internals<CKActionRow>::runState(*row); }
+inline std::string callStack(const CKActionRow* row) {
+  return detail::Internals<CKActionRow>::callStack(*row);
+}
 
 /// One command popped from a FIFO.
 struct Command {

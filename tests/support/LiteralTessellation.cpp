@@ -49,7 +49,7 @@ int literalTessellate(const std::vector<_D3DVECTOR>& seed, std::vector<Triple>* 
   auto at = [&](int i) -> const _D3DVECTOR* { return &laid[static_cast<std::size_t>(i)]; };
 
   // 1. The working footprint: the laid seed.
-  kutil::detail::TessFootPrint fp;
+  CKFootPrint fp;
   fp.FPInitialise();
   kutil::detail::fillLaidFootPrint(fp, seed);
 

@@ -99,7 +99,7 @@ int libraryTriangles(const Seed& seed, std::vector<Triple>* out) {
 
 int engineTriangles(const Seed& seed, std::size_t matrixLimit, std::vector<Triple>* out) {
   out->clear();
-  kutil::detail::TessFootPrint fp;
+  CKFootPrint fp;
   fp.FPInitialise();
   kutil::detail::fillLaidFootPrint(fp, seed);
   kutil::detail::TessOptions options;

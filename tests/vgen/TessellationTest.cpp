@@ -23,7 +23,7 @@ std::vector<Triple> allTriangles(CKVGen& g) {
 }
 
 const kutil::detail::TessSegment* findSegment(CKVGen& g, int i, int j) {
-  for (const auto& s : g.m_tessellation->segments)
+  for (const auto& s : GenInternals::tessellation(g)->segments)
     if (s.first == i && s.second == j) return &s;
   return nullptr;
 }
@@ -35,7 +35,7 @@ TEST(KVTessellation, SquareDropsTheFirstDiagonalAndReversalDescends) {
   addSquare(g.g);
   ASSERT_EQ(g->KVTesselateSeedPlane(), 1);
   EXPECT_EQ(allTriangles(g.g), (std::vector<Triple>{{0, 1, 3}, {1, 2, 3}}));
-  ASSERT_EQ(g->m_tessellation->segments.size(), 6u);  // four edges, two diagonals
+  ASSERT_EQ(GenInternals::tessellation(*g)->segments.size(), 6u);  // four edges, two diagonals
   const auto* d02 = findSegment(g.g, 0, 2);
   const auto* d13 = findSegment(g.g, 1, 3);
   const auto* closing = findSegment(g.g, 0, 3);
@@ -46,7 +46,7 @@ TEST(KVTessellation, SquareDropsTheFirstDiagonalAndReversalDescends) {
   EXPECT_EQ(closing->crossings, -1);
   int a = -7, b = -7, c = -7;
   EXPECT_EQ(g->KVGetNextTesselatedTriangle(&a, &b, &c), 0);  // past the end, the cursor stays
-  EXPECT_EQ(g->m_tessellation->triangleCursor, 1);
+  EXPECT_EQ(GenInternals::tessellation(*g)->triangleCursor, 1);
   EXPECT_EQ(g->KVGetNextTesselatedTriangle(nullptr, &b, &c), 0);
 
   g->KVSetNormalDirection(0);
@@ -71,7 +71,7 @@ TEST(KVTessellation, FailureLeavesNoTessellation) {
   sq->KVSelectSeedVertexByNumber(3);
   sq->KVUpdateSelectedSeedVertex(&q);
   EXPECT_EQ(sq->KVTesselateSeedPlane(), 0);
-  EXPECT_EQ(sq->m_tessellation, nullptr);
+  EXPECT_EQ(GenInternals::tessellation(*sq), nullptr);
   int a, b, c;
   EXPECT_EQ(sq->KVGetFirstTesselatedTriangle(&a, &b, &c), 0);
   EXPECT_EQ(sq->KVGetNextTesselatedTriangle(&a, &b, &c), 0);
@@ -112,7 +112,7 @@ TEST(KVTessellationCrossing, InlineTestAnswersAsTheFootPrint) {
   segs.push_back({p(1e30f, 1e30f), p(-1e30f, 2e30f)});
   segs.push_back({p(1e6f, 1e6f), p(1e6f + 1, 1e6f + 0.0001f)});
 
-  kutil::detail::TessFootPrint fp;
+  CKFootPrint fp;
   fp.FPInitialise();
   std::vector<kutil::detail::TessLine> lines(segs.size());
   for (std::size_t i = 0; i < segs.size(); ++i)

@@ -34,8 +34,8 @@ TEST(CKVGenExtrude, BoundingRectangleKeepsItsFiniteStartValues) {
   addSeed(gen.g, {vec(1000, 1500, 9), vec(2000, 1200, -4)});
   ASSERT_EQ(gen->KVUpdateSeedList2DBox(), 1);
   // Every vertex lies beyond 999, so the minima keep their starting value.
-  expectNear(gen->m_seedPlane->corner0, vec(999, 1500, 0));
-  expectNear(gen->m_seedPlane->corner3, vec(2000, 999, 0));
+  expectNear(GenInternals::seedPlane(*gen)->corner0, vec(999, 1500, 0));
+  expectNear(GenInternals::seedPlane(*gen)->corner3, vec(2000, 999, 0));
   float w = 0, h = 0;
   ASSERT_EQ(gen->KVGetSeedPlaneScale(&w, &h), 1);
   EXPECT_FLOAT_EQ(w, 1001.0f);
@@ -50,8 +50,9 @@ TEST(CKVGenExtrude, GenerateStepsPlanesAndKeepsThemWithoutInstructions) {
   gen->KVAddInstruction(9, &kNoAxis, 3.0f);  // unknown codes copy the previous plane
   gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
   ASSERT_EQ(gen->KVGenerate(), 1);
-  expectNear(gen->m_seedPlane->normal, vec(0, 0, 1));            // untessellated: along +z
-  EXPECT_EQ(gen->m_currentPlane, gen->m_genPlanes->next->next);  // the last plane is current
+  expectNear(GenInternals::seedPlane(*gen)->normal, vec(0, 0, 1));  // untessellated: along +z
+  EXPECT_EQ(GenInternals::currentPlane(*gen),
+            GenInternals::genPlanes(*gen)->next->next);  // the last plane is current
   const float depths[] = {5, 5, 6};
   ASSERT_EQ(gen->KVSelectFirstGenPlane(), 1);
   for (float z : depths) {
@@ -61,10 +62,10 @@ TEST(CKVGenExtrude, GenerateStepsPlanesAndKeepsThemWithoutInstructions) {
     gen->KVSelectNextGenPlane();
   }
   EXPECT_EQ(gen->KVSelectNextGenPlane(), 0);
-  tagKExtrudePlane* before = gen->m_genPlanes;
+  tagKExtrudePlane* before = GenInternals::genPlanes(*gen);
   gen->KVDeleteAllInstructions();
   EXPECT_EQ(gen->KVGenerate(), 1);
-  EXPECT_EQ(gen->m_genPlanes, before);
+  EXPECT_EQ(GenInternals::genPlanes(*gen), before);
 }
 
 TEST(CKVGenExtrude, HingesTurnAboutTheirOwnEdges) {
@@ -102,13 +103,13 @@ TEST(CKVGenExtrude, WholeSolidTransformsLeaveNormalsAlone) {
   addSeed(gen.g, {vec(1, 2, 3), vec(5, 2, 3), vec(5, 6, 3)});
   gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
   ASSERT_EQ(gen->KVGenerate(), 1);
-  const _D3DVECTOR normalBefore = gen->m_genPlanes->normal;
+  const _D3DVECTOR normalBefore = GenInternals::genPlanes(*gen)->normal;
   ASSERT_EQ(gen->KVInvertResize(2.0f), 1);
   _D3DVECTOR p;
   gen->KVSelectFirstGenPlane();
   gen->KVGetGenVertexByNumber(0, &p);
   expectNear(p, vec(-2, 4, 8));
-  expectNear(gen->m_genPlanes->normal, normalBefore, 0.0f);
+  expectNear(GenInternals::genPlanes(*gen)->normal, normalBefore, 0.0f);
   const _D3DVECTOR t = vec(1, 1, 1);
   ASSERT_EQ(gen->KVTranslate(&t), 1);
   ASSERT_EQ(gen->KVRotateHorizontal(kPi), 1);
@@ -189,7 +190,7 @@ TEST(GKVCalculateEndPlaneVertexMappings, FrontAndBackAreMirrored) {
                       {1, 3, 3, -3.0, 3.0}};
   for (const Row& r : rows) {
     SCOPED_TRACE(r.plane * 100 + r.tiling * 10 + r.vertex);
-    gen->m_currentPlane = nullptr;
+    GenInternals::currentPlane(*gen) = nullptr;
     ASSERT_EQ(GKVCalculateEndPlaneVertexMappings(&gen.g, r.plane, r.tiling, 8.0f), 1);
     const tagKTessVertex* t = tessOf(gen.g, r.plane, r.vertex);
     ASSERT_NE(t, nullptr);
@@ -197,7 +198,8 @@ TEST(GKVCalculateEndPlaneVertexMappings, FrontAndBackAreMirrored) {
     EXPECT_DOUBLE_EQ(t->v, r.v);
     EXPECT_FLOAT_EQ(r.plane ? t->z : t->x, r.plane ? 10.0f : (r.vertex == 1 ? 8.0f : 0.0f));  // scaled
   }
-  EXPECT_EQ(gen->m_currentPlane, gen->m_genPlanes);  // the last plane became current
+  EXPECT_EQ(GenInternals::currentPlane(*gen),
+            GenInternals::genPlanes(*gen));  // the last plane became current
 
   // With a scale that floats cannot hold (1/3), the edges still map to exactly 0.
   Gen off;

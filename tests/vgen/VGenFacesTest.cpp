@@ -39,8 +39,8 @@ TEST(CKVGenFaces, CornerOrdersFollowReversal) {
   for (const Row& r : rows) {
     SCOPED_TRACE(r.vertex * 10 + r.orientation);
     gen->KVSelectGenVertexByNumber(r.vertex);
-    gen->m_normalDirection = r.direction;
-    gen->m_seedOrientation = r.orientation;
+    gen->KVSetNormalDirection(r.direction);
+    GenInternals::seedOrientation(*gen) = r.orientation;
     ASSERT_EQ(r.front ? gen->KVGetFrontFace(&c1, &c2, &c3, &c4) : gen->KVGetBackFace(&c1, &c2, &c3, &c4), 1);
     expectNear(c1, r.c1);
     expectNear(c2, r.c2);
@@ -71,10 +71,10 @@ TEST(CKVGenFaces, BoxesUnderBoxAndFaceEdgeDetect) {
   EXPECT_EQ(gen->KVSelectFirstFaceBox(&box), 0);
   ASSERT_EQ(gen->KVGetSeedFaceBox(&box), 1);
   expectNear(box->max, vec(2, 2, 0));
-  gen->m_currentPlane = nullptr;
+  GenInternals::currentPlane(*gen) = nullptr;
   EXPECT_EQ(gen->KVGetBoxForCurrentPlane(&box), 0);
   ASSERT_EQ(gen->KVGetGenFaceBox(&box), 1);
-  EXPECT_EQ(gen->m_currentPlane, gen->m_genPlanes);
+  EXPECT_EQ(GenInternals::currentPlane(*gen), GenInternals::genPlanes(*gen));
 
   Gen faces;
   extrudedSquare(faces.g, EDGE_DETECT_FACE);
@@ -110,12 +110,13 @@ TEST(CKVGenFaces, HitMarksAndSelectionByNumber) {
   ASSERT_EQ(gen->KVSetSelectedHitFace(), 1);
 
   ASSERT_EQ(gen->KVSelectHitFaceByNumber(2), 1);
-  EXPECT_EQ(gen->m_currentPlane, gen->m_genPlanes);
+  EXPECT_EQ(GenInternals::currentPlane(*gen), GenInternals::genPlanes(*gen));
   _D3DVECTOR p;
   gen->KVGetSelectedGenVertex(&p);
   expectNear(p, vec(0, 2, 1));  // vertex 5
   EXPECT_EQ(gen->KVSelectHitFaceByNumber(3), 0);
-  EXPECT_EQ(gen->m_currentPlane, gen->m_genPlanes->next);  // the walk ended on the last plane
+  EXPECT_EQ(GenInternals::currentPlane(*gen),
+            GenInternals::genPlanes(*gen)->next);  // the walk ended on the last plane
   EXPECT_EQ(gen->KVSelectHitFaceByNumber(0), 0);
   ASSERT_EQ(gen->KVSelectHitFaceByNumber(1), 1);
   EXPECT_EQ(gen->KVUnSetSelectedHitFace(), 1);

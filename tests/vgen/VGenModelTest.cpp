@@ -95,7 +95,7 @@ TEST(CKVGenModel, InsertedVertexNeverGetsAFaceOutline) {
   ASSERT_EQ(gen->KVSelectSeedVertexByNumber(0), 1);
   _D3DVECTOR mid = vec(2, 1, 0);
   ASSERT_EQ(gen->KVInsertAfterSelectedSeedVertex(&mid), 1);
-  tagKExtrudeVertex* v0 = gen->m_seedPlane->vertices;
+  tagKExtrudeVertex* v0 = GenInternals::seedPlane(*gen)->vertices;
   EXPECT_NE(v0->faceOutline, nullptr);
   EXPECT_EQ(v0->next->faceOutline, nullptr);
   EXPECT_NE(v0->next->next->faceOutline, nullptr);
@@ -107,7 +107,7 @@ TEST(CKVGenModel, InsertedVertexNeverGetsAFaceOutline) {
 
   Gen boxGen;
   addSeed(boxGen.g, {vec(0, 0, 0)});
-  EXPECT_EQ(boxGen->m_seedPlane->vertices->faceOutline, nullptr);
+  EXPECT_EQ(GenInternals::seedPlane(*boxGen)->vertices->faceOutline, nullptr);
   EXPECT_EQ(boxGen->KVInsertAfterSelectedSeedVertex(&mid), 0);  // nothing selected
 }
 

@@ -20,7 +20,7 @@ TEST(CKVGenOrientation, WindingDecidesOrientationReversalAndNormals) {
     else
       addSquare(gen.g);
     ASSERT_EQ(gen->KVTesselateSeedPlane(), 1);
-    EXPECT_EQ(gen->m_seedOrientation, 1 - clockwise);
+    EXPECT_EQ(GenInternals::seedOrientation(*gen), 1 - clockwise);
     _D3DVECTOR n;
     ASSERT_EQ(gen->KVCalcSeedNormal(&n), 1);
     expectNear(n, vec(0, 0, -1));  // the oriented normal never points to +z
@@ -30,15 +30,15 @@ TEST(CKVGenOrientation, WindingDecidesOrientationReversalAndNormals) {
     gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 5.0f);
     gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
     ASSERT_EQ(gen->KVGenerate(), 1);
-    expectNear(gen->m_seedPlane->normal, vec(0, 0, 1));
-    for (tagKExtrudePlane* p = gen->m_genPlanes; p != nullptr; p = p->next)
+    expectNear(GenInternals::seedPlane(*gen)->normal, vec(0, 0, 1));
+    for (tagKExtrudePlane* p = GenInternals::genPlanes(*gen); p != nullptr; p = p->next)
       expectNear(p->normal, vec(0, 0, 1));
   }
   Gen flat;
   addSeed(flat.g, {vec(0, 0, 0), vec(1, 0, 0)});
   _D3DVECTOR n;
   EXPECT_EQ(flat->KVCalcSeedNormal(&n), 0);
-  EXPECT_EQ(flat->m_seedOrientation, -1);
+  EXPECT_EQ(GenInternals::seedOrientation(*flat), -1);
 }
 
 TEST(CKVGenOrientation, InstructionsWorkInThePreviousPlanesFrame) {
@@ -49,7 +49,7 @@ TEST(CKVGenOrientation, InstructionsWorkInThePreviousPlanesFrame) {
   gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
   ASSERT_EQ(gen->KVGenerate(), 1);
   // The hinged plane faces +x, so the extrusion after it moves along +x.
-  expectNear(gen->m_genPlanes->normal, vec(1, 0, 0));
+  expectNear(GenInternals::genPlanes(*gen)->normal, vec(1, 0, 0));
   gen->KVSelectFirstGenPlane();
   gen->KVSelectNextGenPlane();
   std::vector<_D3DVECTOR> v = planeVertices(gen.g);
@@ -71,8 +71,8 @@ TEST(CKVGenOrientation, PlaneNormalStandsWhenTheSeedNormalIsTooSmall) {
     const _D3DVECTOR axis = vec(1, 0, 0);
     gen->KVAddInstruction(INSTR_ROTATE_AXIS, &axis, turns[i]);
     ASSERT_EQ(gen->KVGenerate(), 1);
-    EXPECT_EQ(gen->m_seedOrientation, -1);
-    expectNear(gen->m_genPlanes->normal, expected[i]);
+    EXPECT_EQ(GenInternals::seedOrientation(*gen), -1);
+    expectNear(GenInternals::genPlanes(*gen)->normal, expected[i]);
   }
 }
 
@@ -86,7 +86,7 @@ TEST(CKVGenOrientation, PlaneOutlineStartsAtVertexOneUnderReversal) {
     gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 2.0f);
     ASSERT_EQ(gen->KVGenerate(), 1);
     ASSERT_EQ(gen->KVUpdateVertexDependencies(), 1);
-    CKFootPrint* outline = gen->m_genPlanes->outline;
+    CKFootPrint* outline = GenInternals::genPlanes(*gen)->outline;
     _D3DVECTOR first, last;
     ASSERT_EQ(outline->FPSelectFirstEdge(), 1);
     outline->FPGetEdgeFromVector(&first);
@@ -102,18 +102,18 @@ TEST(CKVGenOrientation, GlobeSeedFacesAlongXAndFailsLaidFlatFromThreeRings) {
   CKVGen gen;
   ASSERT_EQ(GKVSeedExtruderGlobe(&gen, 4, 2, 1.0f), 1);
   ASSERT_EQ(gen.KVTesselateSeedPlane(), 1);
-  EXPECT_EQ(gen.m_seedOrientation, 0);
+  EXPECT_EQ(GenInternals::seedOrientation(gen), 0);
   EXPECT_EQ(gen.KVIsNormalReversalActive(), 0);  // the globe sets the direction to 0
   ASSERT_EQ(gen.KVGenerate(), 1);
-  expectNear(gen.m_seedPlane->normal, vec(1, 0, 0));
-  expectNear(gen.m_genPlanes->normal, vec(0, 0, -1));  // turned a quarter about y
+  expectNear(GenInternals::seedPlane(gen)->normal, vec(1, 0, 0));
+  expectNear(GenInternals::genPlanes(gen)->normal, vec(0, 0, -1));  // turned a quarter about y
   ASSERT_EQ(gen.KVUpdateVertexDependencies(), 1);
 
   gen.KVTerminate();
   ASSERT_EQ(GKVSeedExtruderGlobe(&gen, 4, 3, 1.0f), 1);
   EXPECT_EQ(gen.KVIsValid(3), 0);
   ASSERT_EQ(gen.KVGenerate(), 1);
-  expectNear(gen.m_seedPlane->normal, vec(0, 0, 1));
+  expectNear(GenInternals::seedPlane(gen)->normal, vec(0, 0, 1));
   gen.KVTerminate();
 }
 
@@ -137,7 +137,7 @@ TEST(CKVGenOrientation, DegenerateSeedsTerminate) {
     gen->KVAddInstruction(INSTR_ROTATE_AXIS, &axis, 0.5f);
     int planes = 0;
     const int ok = gen->KVGenerate();
-    for (tagKExtrudePlane* p = gen->m_genPlanes; p != nullptr; p = p->next) ++planes;
+    for (tagKExtrudePlane* p = GenInternals::genPlanes(*gen); p != nullptr; p = p->next) ++planes;
     EXPECT_EQ(planes, ok ? 3 : 0);  // a failure leaves no plane
     gen->KVUpdateVertexDependencies();
     GKVCalculateEndPlaneVertexMappings(&gen.g, 1, 1, 1.0f);

@@ -8,8 +8,12 @@
 #include <vector>
 
 #include "KVGen.h"
+#include "VGenInternals.h"
 
 namespace kutil::test {
+
+/// The generator's planes, cursors and tessellation, for checks the methods cannot make.
+using GenInternals = detail::Internals<CKVGen>;
 
 const float kPi = 3.14159265358979f;
 const _D3DVECTOR kNoAxis = {0.0f, 0.0f, 0.0f};
@@ -19,6 +23,7 @@ struct Gen {
   CKVGen g;
   Gen() { g.KVInitialise(); }
   CKVGen* operator->() { return &g; }
+  CKVGen& operator*() { return g; }
 };
 
 inline _D3DVECTOR vec(float x, float y, float z) { return _D3DVECTOR{x, y, z}; }

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
-// Constants and small helpers shared by the footprint sources.
+// What the footprint sources share, and the footprint internals the generator reaches: the edge
+// cursor it saves around a walk and the kind of the last line intersection, which the
+// tessellation reads after every crossing test.
 #pragma once
 #include "KFootPrint.h"
 
@@ -17,5 +19,13 @@ constexpr double kPlaneTolerance = 0.01;
 inline const tagKVertex* edgeEnd(const tagKEdge* edge, const tagKEdge* first) {
   return edge->next != nullptr ? edge->next->vertex : first->vertex;
 }
+
+template <>
+struct Internals<CKFootPrint> {
+  /// The edge cursor, for saving and restoring around a walk with the FP selection calls.
+  static tagKEdge*& cursor(CKFootPrint& fp) { return fp.m_currentEdge; }
+  /// Kind of the last line intersection: 0 one point, 1 coincident, 2 parallel, -1 none yet.
+  static int coincidenceKind(const CKFootPrint& fp) { return fp.m_coincidence.kind; }
+};
 
 }  // namespace kutil::detail

@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: 2026 The KUtil developers
+// SPDX-License-Identifier: MIT
+// Out of memory inside the behaviour and shape calls: each reports its failure status (or, no
+// longer allocating, succeeds), none throws or touches its files, and all work again afterwards.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "Allocation.h"
+#include "KDecide.h"
+#include "KNormalise.h"
+#include "KVGen.h"
+#include "TestSupport.h"
+
+namespace {
+
+using kutil::test::AllocationFailure;
+using kutil::test::readFile;
+
+// A square shape file and a behaviour file that loads it.
+struct Files {
+  kutil::test::TempDir dir;
+  std::string shape = dir.file("box.ksf");
+  std::string behaviour = dir.file("door.kvc");
+  CKVGen square;
+  Files() {
+    square.KVInitialise();
+    for (const _D3DVECTOR& p :
+         {_D3DVECTOR{0, 0, 0}, _D3DVECTOR{2, 0, 0}, _D3DVECTOR{2, 2, 0}, _D3DVECTOR{0, 2, 0}})
+      square.KVAddSeedVertex(&p);
+    square.KVSetFrontPlaneTexture(dir.file("front.bmp").c_str());
+    square.KVSave(shape.c_str());
+    kutil::test::writeFile(behaviour, "ON select MOVE FORWARD BY 0.5\nON open LOAD \"" + shape + "\"\n");
+  }
+};
+
+// Every result is taken while allocation fails and checked afterwards, when the test framework
+// may allocate again.
+TEST(Boundary, NormalisersFailWholeWithoutMemory) {
+  Files f;
+  const std::string kvc = readFile(f.behaviour), ksf = readFile(f.shape);
+  int results[5] = {-1, -1, -1, -1, -1};
+  {
+    AllocationFailure noMemory;
+    results[0] = KUConvertKCVToRelative(f.behaviour.c_str());
+    results[1] = KUCopyKCVFileParts(f.behaviour.c_str());
+    results[2] = KUDeRelativiseKCV(f.behaviour.c_str());
+    results[3] = KUConvertKSFToRelative(f.shape.c_str());
+    results[4] = KUDeRelativiseKSF(f.dir.path().c_str(), f.shape.c_str());
+  }
+  for (int r : results) EXPECT_EQ(r, 0);
+  EXPECT_EQ(readFile(f.behaviour), kvc);
+  EXPECT_EQ(readFile(f.shape), ksf);
+
+  EXPECT_EQ(KUConvertKCVToRelative(f.behaviour.c_str()), 1);
+  EXPECT_EQ(KUConvertKSFToRelative(f.shape.c_str()), 1);
+  CKDecide table;
+  table.DEInitialise();
+  EXPECT_EQ(table.DELoadFromFile(f.behaviour.c_str()), 1);
+}
+
+TEST(Boundary, ShapeCallsFailOrNeedNoMemory) {
+  Files f;
+  const std::string copy = f.dir.file("copy.ksf");
+  CKVGen gen;
+  gen.KVInitialise();
+  int restored = -1, tessellated = -1, saved = -1;
+  {
+    AllocationFailure noMemory;
+    restored = gen.KVRestore(f.shape.c_str());
+    tessellated = f.square.KVTesselateSeedPlane();
+    saved = f.square.KVSave(copy.c_str());  // the tagged lines are written without allocating
+  }
+  EXPECT_EQ(restored, 0);
+  EXPECT_EQ(tessellated, 0);
+  int a = 0, b = 0, c = 0;
+  EXPECT_EQ(f.square.KVGetFirstTesselatedTriangle(&a, &b, &c), 0);
+  EXPECT_EQ(saved, 1);
+  EXPECT_EQ(readFile(copy), readFile(f.shape));
+
+  EXPECT_EQ(gen.KVRestore(f.shape.c_str()), 1);
+  EXPECT_EQ(gen.KVTesselateSeedPlane(), 1);
+  EXPECT_EQ(f.square.KVTesselateSeedPlane(), 1);
+}
+
+}  // namespace
