@@ -70,12 +70,8 @@ bool textOf(CKActionRow* row, char* out) {
 
 // Stores table to path through a temporary file; 1 when path holds the new content.
 int storeSafely(CKDecide* table, const char* path) {
-  const std::string temp = kutil::detail::temporaryName(path);
-  if (table->DEStoreToFile(temp.c_str()) != 1) {
-    kutil::platform::deleteFile(temp.c_str());
-    return 0;
-  }
-  return kutil::detail::replaceByRename(path, temp) ? 1 : 0;
+  return kutil::detail::writeThroughTemporary(
+      path, [table](const char* temp) { return table->DEStoreToFile(temp); });
 }
 
 // Copies from over to, overwriting, through a fresh copy so that a failed

@@ -59,6 +59,15 @@ bool replaceByCopy(const char* path, const std::string& temp, bool* listLost) {
   return false;
 }
 
+int writeThroughTemporary(const char* path, const std::function<int(const char* temp)>& write) {
+  const std::string temp = temporaryName(path);
+  if (write(temp.c_str()) != 1) {
+    platform::deleteFile(temp.c_str());
+    return 0;
+  }
+  return replaceByRename(path, temp) ? 1 : 0;
+}
+
 bool replaceByRename(const char* path, const std::string& temp) {
   if (!platform::deleteFile(path) && KUIsFileReadable(path)) {
     platform::deleteFile(temp.c_str());

@@ -54,4 +54,9 @@ bool replaceByCopy(const char* path, const std::string& temp, bool* listLost);
 /// the content under its own name.
 bool replaceByRename(const char* path, const std::string& temp);
 
+/// Writes a file through "<path>.TMP": write(temporary name) makes the whole new content, which then
+/// replaces path by rename, so a refused write or a full disk never costs the old file. 1 when path
+/// holds the new content; 0 otherwise (a failed write leaves no temporary file behind).
+int writeThroughTemporary(const char* path, const std::function<int(const char* temp)>& write);
+
 }  // namespace kutil::detail

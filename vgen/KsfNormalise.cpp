@@ -79,12 +79,8 @@ int textureName(CKVGen& gen, const TextureSlot& slot, char* name) {
 
 // Saves a shape file through a temporary file; 1 when path holds the new content.
 int saveSafely(CKVGen* shape, const char* path) {
-  const std::string temp = kutil::detail::temporaryName(path);
-  if (shape->KVSave(temp.c_str()) != 1) {
-    kutil::platform::deleteFile(temp.c_str());
-    return 0;
-  }
-  return kutil::detail::replaceByRename(path, temp) ? 1 : 0;
+  return kutil::detail::writeThroughTemporary(path,
+                                              [shape](const char* temp) { return shape->KVSave(temp); });
 }
 
 int convertToRelative(const char* path) {
