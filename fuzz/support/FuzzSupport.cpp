@@ -41,6 +41,28 @@ std::string writeScratch(const uint8_t* data, size_t size, const char* suffix, i
   return path;
 }
 
+std::string readAll(const std::string& path) {
+  std::string content;
+  if (FILE* f = std::fopen(path.c_str(), "rb")) {
+    char buffer[4096];
+    for (size_t got; (got = std::fread(buffer, 1, sizeof buffer, f)) > 0;) content.append(buffer, got);
+    std::fclose(f);
+  }
+  return content;
+}
+
+size_t longestLine(const std::string& path) {
+  size_t longest = 0, current = 0;
+  for (char c : readAll(path)) {
+    if (c == '\n') {
+      current = 0;
+    } else if (++current > longest) {
+      longest = current;
+    }
+  }
+  return longest;
+}
+
 uint8_t Reader::byte() { return m_pos < m_size ? m_data[m_pos++] : 0; }
 
 int Reader::integer(int lo, int hi) {

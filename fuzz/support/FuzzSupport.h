@@ -18,6 +18,12 @@ std::string writeScratch(const uint8_t* data, size_t size, const char* suffix, i
 /// A second scratch path next to the first (for a store-and-reload round trip).
 std::string scratchPath(const char* suffix, int slot);
 
+/// The whole content of a file ("" when it cannot be read).
+std::string readAll(const std::string& path);
+
+/// The length of the file's longest line, its line break not counted.
+size_t longestLine(const std::string& path);
+
 /// Reads little pieces of the input in turn: integers, floats and short texts.
 class Reader {
  public:
