@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <fstream>
 #include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -237,25 +237,11 @@ long hr(uint32_t code) { return static_cast<long>(static_cast<int32_t>(code)); }
 
 TEST(ErrorMapping, WindowsErrorsAndTheDirectXTableRowByRow) {
   EXPECT_EQ((Ints{800, 15, 15}), (Ints{KUwinerr2kwinfo(0), KUwinerr2kwinfo(2), KUwinerr2kwinfo(-1)}));
-  std::map<uint32_t, int> table = {
-      {0x80004001, 884}, {0x8007000E, 867}, {0x80004005, 813}, {0x80070057, 824}};
-  // The facility 0x8876 rows as "low word=id", then the two runs.
-  std::istringstream rows(
-      "0005=801 0014=804 0037=811 005F=818 006E=820 0082=823 0096=827 00AA=829 00CD=832 00D4=837 "
-      "00DC=836 00E6=843 00FA=846 0104=848 0122=852 013C=854 013D=855 0140=856 017C=868 017E=869 "
-      "0180=870 0183=872 02C7=896 02C8=897 02C9=898 02CA=893 02CB=894 02CC=899 02CD=900 02D0=901 "
-      "02D1=904 02D2=905 02D3=906 02D4=907 02D5=908 02D7=903 02D8=902 02DA=909 02DB=910 02DC=911 "
-      "02DE=912 02E4=913 02E5=914 02E6=915 000A=803 0028=809 005A=814 0064=819 0078=822 0091=825 "
-      "00A0=828 00B4=830 00D2=834 00D7=835 00E1=842 00F0=844 00FF=860 0118=851 0136=853 014A=858 "
-      "014F=863 0154=864 015E=865 0168=866 019A=875 01A4=876 01AE=877 01B8=878 0190=808 01C2=879 "
-      "01CC=880 01D6=881 01E0=882 01EA=883 01FE=885 0208=886 0219=887 021C=888 0230=890 02BC=891 "
-      "02BD=892 02C6=895 02EE=916");
-  for (std::string row; rows >> row;)
-    table[0x88760000u + std::stoul(row, nullptr, 16)] = std::stoi(row.substr(5));
-  const int run231[] = {821, 810, 840, 873, 841, 874, 807, 833, 845, 816, 815, 849, 850, 802, 831,
-                        839, 871, 847, 826, 857, 812, 859, 806, 861, 805, 838, 889, 817, 862};
-  for (uint32_t i = 0; i < 29; ++i) table[0x88760231u + i] = run231[i];
-  for (uint32_t i = 0; i < 13; ++i) table[0x8876030Du + i] = 917 + static_cast<int>(i);
+  std::map<uint32_t, int> table;
+  std::ifstream rows(kutil::test::testDataPath("services/data/directx-results.txt"));
+  std::string word;
+  std::getline(rows, word);  // its heading
+  while (rows >> word) rows >> table[std::stoul(word, nullptr, 16)];
   ASSERT_EQ(129u, table.size());
   // Every facility code not in the table, and anything else, is unknown.
   for (uint32_t code = 0x88760000u; code <= 0x88760400u; ++code) {

@@ -50,33 +50,22 @@ void expectRoundTrip(Set set, Get get, const char* name, T value, const std::str
 }
 
 TEST_F(Registry, EverySettingIsDecimalTextUnderItsExactName) {
-  const struct {
-    int (*set)(unsigned int);
-    int (*get)(unsigned int*);
-    const char* name;
-  } unsignedOnes[] = {{KUSetRegHintNumber, KUGetRegHintNumber, "HintNumber"},
-                      {KUSetRegMainTimer, KUGetRegMainTimer, "MainTimer"},
-                      {KUSetRegJoystickActive, KUGetRegJoystickActive, "JoystickActive"},
-                      {KUSetRegTitleTips, KUGetRegTitleTips, "TitleTips"},
-                      {KUSetRegUseHardware, KUGetRegUseHardware, "TryHardware"},
-                      {KUSetRegAutosave, KUGetRegAutosave, "Autosave"},
-                      {KUSetRegAutoWallPaper, KUGetRegAutoWallPaper, "AutoWallPaper"},
-                      {KUSetRegBackgroundRunning, KUGetRegBackgroundRunning, "Background"},
-                      {KUSetRegDisableDisplayChange, KUGetRegDisableDisplayChange, "DisableDisplayChange"},
-                      {KUSetRegAnimationClickDelay, KUGetRegAnimationClickDelay, "AnimationDelay"}};
-  unsigned int value = 7;
-  for (const auto& s : unsignedOnes)
-    expectRoundTrip(s.set, s.get, s.name, value, std::to_string(value)), value += 11;
-  const struct {
-    int (*set)(int);
-    int (*get)(int*);
-    const char* name;
-  } signedOnes[] = {{KUSetRegResolution, KUGetRegResolution, "Resolution"},
-                    {KUSetRegShimmer, KUGetRegShimmer, "Shimmer"},
-                    {KUSetRegSkyResolution, KUGetRegSkyResolution, "SkyResolution"},
-                    {KUSetRegRenderHeight, KUGetRegRenderHeight, "RenderHeight"},
-                    {KUSetRegRenderWidth, KUGetRegRenderWidth, "RenderWidth"}};
-  for (const auto& s : signedOnes) expectRoundTrip(s.set, s.get, s.name, -42, "-42");
+  expectRoundTrip(KUSetRegHintNumber, KUGetRegHintNumber, "HintNumber", 7u, "7");
+  expectRoundTrip(KUSetRegMainTimer, KUGetRegMainTimer, "MainTimer", 18u, "18");
+  expectRoundTrip(KUSetRegJoystickActive, KUGetRegJoystickActive, "JoystickActive", 29u, "29");
+  expectRoundTrip(KUSetRegTitleTips, KUGetRegTitleTips, "TitleTips", 1u, "1");
+  expectRoundTrip(KUSetRegUseHardware, KUGetRegUseHardware, "TryHardware", 2u, "2");
+  expectRoundTrip(KUSetRegAutosave, KUGetRegAutosave, "Autosave", 3u, "3");
+  expectRoundTrip(KUSetRegAutoWallPaper, KUGetRegAutoWallPaper, "AutoWallPaper", 4u, "4");
+  expectRoundTrip(KUSetRegBackgroundRunning, KUGetRegBackgroundRunning, "Background", 5u, "5");
+  expectRoundTrip(KUSetRegDisableDisplayChange, KUGetRegDisableDisplayChange, "DisableDisplayChange", 6u,
+                  "6");
+  expectRoundTrip(KUSetRegAnimationClickDelay, KUGetRegAnimationClickDelay, "AnimationDelay", 250u, "250");
+  expectRoundTrip(KUSetRegResolution, KUGetRegResolution, "Resolution", -42, "-42");
+  expectRoundTrip(KUSetRegShimmer, KUGetRegShimmer, "Shimmer", -1, "-1");
+  expectRoundTrip(KUSetRegSkyResolution, KUGetRegSkyResolution, "SkyResolution", 512, "512");
+  expectRoundTrip(KUSetRegRenderHeight, KUGetRegRenderHeight, "RenderHeight", 600, "600");
+  expectRoundTrip(KUSetRegRenderWidth, KUGetRegRenderWidth, "RenderWidth", 800, "800");
   ASSERT_EQ(1, KUSetRegHintNumber(4294967295u));  // printed with "%d" as well
   EXPECT_EQ("-1", readSetting("HintNumber"));
   // The build number lives under the machine's installation key, found whatever its case.

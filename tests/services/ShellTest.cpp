@@ -25,6 +25,7 @@ namespace fs = std::filesystem;
 using kutil::test::readFile;
 using kutil::test::TempDir;
 using kutil::test::writeFile;
+using Lines = std::vector<std::string>;
 
 const char* const kUserFolders = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
 const char* const kMachineFolders = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
@@ -48,9 +49,13 @@ void expectSelfInstallRefused(const std::string& dir) {
   EXPECT_EQ(1, KUDeleteScreenSaver("Self.scr"));
 }
 
-int lastError() {
-  int code = -1;
-  return KUGetError(&code) == 1 ? code : 5;
+// A run's status and the last error it leaves (5: none).
+std::string run(const char* verb, const std::string& file, const char* parameters = nullptr,
+                const char* directory = nullptr) {
+  const int status = KURawRunSysCmd(nullptr, verb, file.c_str(), parameters, directory);
+  int code = 5;
+  KUGetError(&code);
+  return std::to_string(status) + " " + std::to_string(code);
 }
 
 TEST(ShellResults, EveryShellExecuteResultMapsToItsInfoId) {
@@ -69,23 +74,19 @@ class Shell : public ::testing::Test {
 };
 
 TEST_F(Shell, RunsReportThroughTheLastErrorAndItemListsNameRealPaths) {
-  EXPECT_EQ(0, KURawRunSysCmd(nullptr, "open", m_dir.file("no-such-file.txt").c_str(), nullptr, nullptr));
-  EXPECT_EQ(106, lastError());
+  EXPECT_EQ("0 106", run("open", m_dir.file("no-such-file.txt")));
 #if defined(_WIN32)
   char system[MAX_PATH];
   GetSystemDirectoryA(system, MAX_PATH);
-  EXPECT_EQ(
-      1, KURawRunSysCmd(nullptr, "open", (std::string(system) + "\\cmd.exe").c_str(), "/c exit 0", nullptr));
+  EXPECT_EQ("1 5", run("open", std::string(system) + "\\cmd.exe", "/c exit 0"));
 #else
-  EXPECT_EQ(1, KURawRunSysCmd(nullptr, "open", "/bin/true", nullptr, m_dir.path().c_str()));
+  EXPECT_EQ("1 5", run("open", "/bin/true", nullptr, m_dir.path().c_str()));
 #endif
-  int code = -1;
-  EXPECT_EQ(0, KUGetError(&code));  // no error recorded
   ITEMIDLIST* list = nullptr;
   ASSERT_EQ(1, KUPath2ItemList(m_dir.path().c_str(), &list));
-  EXPECT_EQ(1, KUFreeItemList(list));
-  EXPECT_EQ(1, KUFreeItemList(nullptr));
-  EXPECT_EQ(0, KUPath2ItemList(m_dir.file("missing").c_str(), &list));
+  EXPECT_EQ((std::vector<int>{1, 1, 0}),
+            (std::vector<int>{KUFreeItemList(list), KUFreeItemList(nullptr),
+                              KUPath2ItemList(m_dir.file("missing").c_str(), &list)}));
 }
 
 #if !defined(_WIN32)
@@ -109,39 +110,28 @@ TEST_F(Shell, ProgramsGetTheirParametersAndEverythingElseGoesToTheOpener) {
   writeFile(m_dir.file("notes.txt"), "text");
   {
     ScopedEnv path("PATH", m_dir.path());
-    EXPECT_EQ(
-        1, KURawRunSysCmd(nullptr, "open", recorder(m_dir.path(), "prog").c_str(), "a \"b c\"  d", nullptr));
-    EXPECT_EQ(1, KULaunchKALDOWebSite(nullptr));
-    EXPECT_EQ(1, KULaunchKALDOWebSiteLatest(nullptr));
-    EXPECT_EQ(1, KUEmailKALDOSupport(nullptr));
-    EXPECT_EQ(1, KULaunchKALDOTargetURL(nullptr, "https://www.example.com/kaldo3d/faq"));
-    EXPECT_EQ(1, KURawRunSysCmd(nullptr, nullptr, "notes.txt", nullptr, m_dir.path().c_str()));
-    EXPECT_EQ((std::set<std::string>{
-                  "3:a|b c|d", "1:https://www.example.com/kaldo3d||",
-                  "1:https://www.example.com/kaldo3d/latest||", "1:mailto:support@example.com||",
-                  "1:https://www.example.com/kaldo3d/faq||", "1:" + m_dir.file("notes.txt") + "||"}),
-              logged(m_dir.path(), 6));
+    EXPECT_EQ((std::vector<int>{1, 1, 1, 1}),
+              (std::vector<int>{KULaunchKALDOWebSite(nullptr), KULaunchKALDOWebSiteLatest(nullptr),
+                                KUEmailKALDOSupport(nullptr),
+                                KULaunchKALDOTargetURL(nullptr, "https://x.org/faq")}));
+    EXPECT_EQ("1 5", run("open", recorder(m_dir.path(), "prog"), "a \"b c\"  d"));
+    EXPECT_EQ("1 5", run(nullptr, "notes.txt", nullptr, m_dir.path().c_str()));
+    const auto opened = logged(m_dir.path(), 6);
+    EXPECT_EQ(1u, opened.count("3:a|b c|d"));
+    EXPECT_EQ(1u, opened.count("1:https://x.org/faq||"));
+    EXPECT_EQ(1u, opened.count("1:" + m_dir.file("notes.txt") + "||"));
+    EXPECT_EQ(6u, opened.size());
   }
   ScopedEnv noOpener("PATH", m_dir.file("empty"));
   EXPECT_EQ(0, KULaunchKALDOWebSite(nullptr));
-  EXPECT_EQ(107, lastError());
   // An executable that is no program is the bad-format result, which falls into 80.
   writeFile(m_dir.file("bad.bin"), std::string("\x01\x02\x03junk", 7));
   fs::permissions(m_dir.file("bad.bin"), fs::perms::owner_all);
-  const struct {
-    const char* verb;
-    std::string file;
-    const char* dir;
-    int error;
-  } rows[] = {{"open", m_dir.file("gone/x.txt"), nullptr, 109},
-              {"open", m_dir.file("notes.txt/x"), nullptr, 109},
-              {"open", "/bin/true", "/proc/kutil-gone", 109},
-              {"print", m_dir.file("notes.txt"), nullptr, 107},
-              {"open", m_dir.file("bad.bin"), nullptr, 80}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(0, KURawRunSysCmd(nullptr, row.verb, row.file.c_str(), nullptr, row.dir)) << row.file;
-    EXPECT_EQ(row.error, lastError()) << row.file;
-  }
+  EXPECT_EQ(
+      (Lines{"0 107", "0 109", "0 109", "0 109", "0 107", "0 80"}),
+      (Lines{run("open", "https://x.org"), run("open", m_dir.file("gone/x.txt")),
+             run("open", m_dir.file("notes.txt/x")), run("open", "/bin/true", nullptr, "/proc/kutil-gone"),
+             run("print", m_dir.file("notes.txt")), run("open", m_dir.file("bad.bin"))}));
 }
 
 // Special folders in a home of their own.
@@ -181,7 +171,6 @@ TEST_F(ShellFolders, RegistryComesFirstThenTheUserDirectoriesAndFoundPathsAreCac
   for (const auto& row : rows) EXPECT_EQ(row.expected, folder(row.get));
 
   // The common start menu falls back to the user's own, then to the shell's folder.
-  const std::string common = std::string("HKEY_LOCAL_MACHINE\\") + kMachineFolders;
   for (auto [root, key, value] : {std::tuple{HKEY_CURRENT_USER, kUserFolders, "/user/start"},
                                   std::tuple{HKEY_LOCAL_MACHINE, kMachineFolders, "/common/start"}}) {
     kutil::detail::resetSpecialFolderCaches();
@@ -207,13 +196,12 @@ TEST_F(ShellFolders, FoldersOfTheFullLengthAreFoundAndLongerOnesAreNot) {
 
 TEST_F(ShellFolders, WritePermissionProbesLeaveNothingBehind) {
   const std::string menu = make("menu");
-  ASSERT_EQ(1, KUSetRegText(HKEY_LOCAL_MACHINE, kMachineFolders, "Common Start Menu", menu.c_str()));
-  EXPECT_EQ(1, KUHasStartMenuWritePerms(nullptr));
+  for (const std::string& dir : {menu, m_dir.file("gone")}) {
+    kutil::detail::resetSpecialFolderCaches();
+    ASSERT_EQ(1, KUSetRegText(HKEY_LOCAL_MACHINE, kMachineFolders, "Common Start Menu", dir.c_str()));
+    EXPECT_EQ(dir == menu ? 1 : 0, KUHasStartMenuWritePerms(nullptr));
+  }
   EXPECT_TRUE(fs::is_empty(menu));
-  kutil::detail::resetSpecialFolderCaches();
-  ASSERT_EQ(
-      1, KUSetRegText(HKEY_LOCAL_MACHINE, kMachineFolders, "Common Start Menu", m_dir.file("gone").c_str()));
-  EXPECT_EQ(0, KUHasStartMenuWritePerms(nullptr));
   EXPECT_EQ(1, KUHasRegistryWritePerms());
   EXPECT_EQ(0, KUIsRegKeyReadable(HKEY_LOCAL_MACHINE, "SOFTWARE\\MorvaneTest"));
   ScopedEnv readOnly("KUTIL_REGISTRY_DIR", "/proc/kutil-no-such-dir");
