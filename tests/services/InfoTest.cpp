@@ -104,7 +104,7 @@ TEST(KaldoInfoFields, GettersWriteExactlyTheTextAndItsTerminator) {
   // The appended part lines up under the "COMMENT: " label.
   EXPECT_EQ((Lines{"1 kaldo.log", "1 loading\n         scene"}),
             (Lines{text(&CKaldoInfo::KIGetLogFileName), text(&CKaldoInfo::KIGetComment)}));
-  EXPECT_EQ(1, info.KISetComment(""));
+  EXPECT_EQ(2, info.KISetComment("") + info.KISetInfoType(0));  // and logging off again
   EXPECT_EQ("0 -", text(&CKaldoInfo::KIGetComment));
 
   // Lookups take the first sheet of an id; the by-value form leaves the caller's string alone.
