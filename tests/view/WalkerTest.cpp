@@ -101,6 +101,12 @@ TEST_F(ViewWalker, TurnsLooksAndZoomsStayWithinTheirLimits) {
   EXPECT_LE(walker.state().pitch, 1.31f);
   walk(KAR_MOTION_AUTOLEVEL, 1);
   EXPECT_EQ(walker.state().pitch, 0.0f);
+  walk(KAR_MOTION_UP, 1);
+  EXPECT_GT(walker.state().position.y, 1.6f);
+  walk(KAR_MOTION_UP, 100);
+  EXPECT_NEAR(walker.state().position.y, 2.6f, 1e-4f);  // the eye's highest
+  walk(KAR_MOTION_DOWN, 100);
+  EXPECT_NEAR(walker.state().position.y, 0.4f, 1e-4f);  // and lowest
   const double zoom = walker.state().zoom;
   walk(KAR_CMD_ZOOMIN, 1);
   EXPECT_NEAR(walker.state().zoom, zoom / 1.1, 1e-9);
