@@ -163,44 +163,38 @@ TEST_F(Registry, DeleteKeyNeedsAnExactRootNameAndClearsOneLevel) {
 // Writers add distinct values and fight over one shared value: every distinct
 // value must arrive and the shared one must always be some writer's whole text.
 TEST_F(Registry, ConcurrentProcessesLoseNoUpdateAndSeeNoHalfValue) {
-  constexpr int kWriters = 4, kValuesEach = 25;
   auto name = [](int w, int n) { return "W" + std::to_string(w) + "_" + std::to_string(n); };
+  auto set = [](const std::string& n, const std::string& v) {
+    return KUSetRegText(HKEY_CURRENT_USER, kSettings, n.c_str(), v.c_str()) == 1;
+  };
   auto whole = [](const std::string& s) { return s.size() == 200 && std::string(200, s[0]) == s; };
-  ASSERT_EQ(1, KUSetRegText(HKEY_CURRENT_USER, kSettings, "Shared", std::string(200, 'a').c_str()));
+  ASSERT_TRUE(set("Shared", std::string(200, 'a')));
   std::vector<pid_t> children;
-  for (int w = 0; w < kWriters; ++w) {
-    children.push_back(fork());
-    ASSERT_GE(children.back(), 0);
-    if (children.back() == 0) {
-      int failures = 0;
-      for (int n = 0; n < kValuesEach; ++n) {
-        failures += KUSetRegText(HKEY_CURRENT_USER, kSettings, name(w, n).c_str(), name(w, n).c_str()) != 1;
-        failures += KUSetRegText(HKEY_CURRENT_USER, kSettings, "Shared",
-                                 std::string(200, static_cast<char>('a' + w)).c_str()) != 1;
-        failures += !whole(readSetting("Shared"));
-      }
-      _exit(failures == 0 ? 0 : 1);
-    }
+  for (int w = 0; w < 4; ++w) {
+    if ((children.emplace_back(fork())) != 0) continue;
+    bool ok = true;
+    for (int n = 0; n < 25; ++n)
+      ok &= set(name(w, n), name(w, n)) && set("Shared", std::string(200, char('a' + w))) &&
+            whole(readSetting("Shared"));
+    _exit(ok ? 0 : 1);
   }
   for (pid_t pid : children) {
-    int status = 0;
-    ASSERT_EQ(pid, waitpid(pid, &status, 0));
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    int status = 1;
+    EXPECT_TRUE(pid > 0 && waitpid(pid, &status, 0) == pid && WIFEXITED(status) && WEXITSTATUS(status) == 0);
   }
-  for (int w = 0; w < kWriters; ++w) {
-    for (int n = 0; n < kValuesEach; ++n) EXPECT_EQ(name(w, n), readSetting(name(w, n).c_str()));
+  for (int w = 0; w < 4; ++w) {
+    for (int n = 0; n < 25; ++n) EXPECT_EQ(name(w, n), readSetting(name(w, n).c_str()));
   }
   EXPECT_TRUE(whole(readSetting("Shared")));
 }
 
 TEST_F(Registry, StoresThatCannotBeWrittenOrReadRefuseQuietly) {
-  // A store folder that cannot be created stands for a machine store without write rights.
-  {
+  unsigned int build = 9;
+  {  // a store folder that cannot be created stands for a machine store without write rights
     kutil::test::ScopedEnv store("KUTIL_REGISTRY_DIR", "/proc/kutil-no-such-dir");
-    EXPECT_EQ(0, KUSetRegBuildNumber(5));
-    unsigned int build = 9;
-    EXPECT_EQ(0, KUGetRegBuildNumber(&build));
-    EXPECT_EQ(9u, build);
+    EXPECT_EQ((std::vector<unsigned>{0, 0, 9}),
+              (std::vector<unsigned>{unsigned(KUSetRegBuildNumber(5)), unsigned(KUGetRegBuildNumber(&build)),
+                                     build}));
   }
   // A store file that is no database: nothing is read or written, nothing breaks.
   kutil::test::TempDir dir;

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "KSound.h"
-#include "OsSound.h"
 #include "TestHooks.h"
 #include "TestSupport.h"
 
@@ -123,13 +122,5 @@ TEST_F(Sound, BackgroundSoundsComeFromReadableListedFilesOnceAPeriod) {
   EXPECT_EQ(0, play(seedWhere([](int r) { return r % 30 == 0 && r % 300 != 0; })));
   EXPECT_EQ(1, play(seedWhere([](int r) { return r % 300 == 0; })));
 }
-
-#if !defined(_WIN32)
-TEST(SoundDevice, PlayingAMissingFileFailsAndStoppingAlwaysWorks) {
-  TempDir dir;
-  EXPECT_FALSE(kutil::platform::playSound(dir.file("missing.wav").c_str(), 0x20011));
-  EXPECT_TRUE(kutil::platform::playSound(nullptr, kutil::platform::kSoundPurge));
-}
-#endif
 
 }  // namespace
