@@ -21,9 +21,7 @@ TEST(ViewPicking, WorldToPixelToRayIsTheIdentityAndTheDrawingAgrees) {
   Walker w;
   ViewerState s;
   s.position = {1.0f, 1.6f, -4.0f};
-  s.heading = 0.3f;  // turned, looking a little up and rolled, so that no axis lines up
-  s.pitch = 0.15f;
-  s.roll = 0.1f;
+  s.heading = 0.3f, s.pitch = 0.15f, s.roll = 0.1f;  // turned, looking up, rolled: no axis lines up
   w.setState(s);
   w.aim(kWidth, kHeight);
   const std::array<float, 16> m = clipMatrix(w.camera(), kWidth, kHeight);

@@ -25,13 +25,9 @@ constexpr int kBandCount = sizeof(kBands) / sizeof(kBands[0]);
 float hueOf(float r, float g, float b) {
   const float hi = std::max({r, g, b}), lo = std::min({r, g, b}), span = hi - lo;
   if (hi < 0.25f || span / hi < 0.3f) return -1.0f;
-  float h = 0.0f;
-  if (hi == r)
-    h = 60.0f * (g - b) / span;
-  else if (hi == g)
-    h = 60.0f * ((b - r) / span + 2.0f);
-  else
-    h = 60.0f * ((r - g) / span + 4.0f);
+  const float h = 60.0f * (hi == r   ? (g - b) / span
+                           : hi == g ? (b - r) / span + 2.0f
+                                     : (r - g) / span + 4.0f);
   return h < 0.0f ? h + 360.0f : h;
 }
 

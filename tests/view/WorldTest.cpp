@@ -71,10 +71,8 @@ TEST_F(ViewWorld, ViewpointsAreWrittenReadBackAndRefusedWhereTheViewerCannotStan
   writeFile(dir.file("a.txt"), "x\n");
   world.load(dir.path(), nullptr);
   ViewerState here;
-  here.position = {1.0f, 1.7f, world.layout().start.z + 0.5f};
-  here.heading = 0.4f;
-  ASSERT_TRUE(world.placeViewer(here));
-  ASSERT_TRUE(world.saveViewpoint());
+  here.position = {1.0f, 1.7f, world.layout().start.z + 0.5f}, here.heading = 0.4f;
+  ASSERT_TRUE(world.placeViewer(here) && world.saveViewpoint());
   Messages again;
   again.setEcho(false);
   World reread(again);
@@ -109,8 +107,7 @@ TEST(ViewRecording, WhatIsRecordedPlaysBackInOrder) {
   EXPECT_EQ(kutil::test::readLines(dir.file("run.rec")).size(), 5u);  // runs of one command share a line
   Player player;
   ASSERT_TRUE(player.open(dir.file("run.rec")));
-  for (InputCommand c; player.next(&c);)
-    played.push_back(std::to_string(c.code) + "/" + std::to_string(c.flags) + c.text);
+  for (InputCommand c; player.next(&c);) played.push_back(text(c));
   EXPECT_EQ(expected, played);
   EXPECT_FALSE(player.open(dir.file("missing.rec")));
   writeFile(dir.file("door.kvc"), "ON select PING \"mine\"\n");  // named by mistake: kept
@@ -127,8 +124,7 @@ TEST(ViewSettings, PlacesAreKeptPerSceneAndNonsenseSettingsAreIgnored) {
   EXPECT_EQ((std::vector<float>{1.5f, -2.25f, 0.5f}), (std::vector<float>{p.x, p.z, heading}));
   EXPECT_FALSE(loadPosition("/rooms/c", &p, &heading));
   Settings s, defaults;
-  s.width = 12;  // too small a window, too fast a walk: the defaults stand
-  s.walkSpeed = 99.0f;
+  s.width = 12, s.walkSpeed = 99.0f;  // too small a window, too fast a walk: the defaults stand
   ASSERT_TRUE(saveSettings(s));
   const Settings back = loadSettings();
   EXPECT_EQ((std::vector<float>{float(defaults.width), float(defaults.height), defaults.walkSpeed}),
