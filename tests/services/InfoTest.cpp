@@ -171,15 +171,15 @@ TEST_F(KaldoInfoLog, EntryHasStampMessageAndAlignedComment) {
 }
 
 TEST_F(KaldoInfoLog, LogOverAThousandLinesIsClippedBeforeTheEntry) {
-  std::string lines;
-  for (int i = 0; i < 1000; ++i) lines += "old line\n";
-  writeFile(m_log, lines);
+  std::string old;
+  for (int i = 0; i < 1000; ++i) old += "old line\n";
+  writeFile(m_log, old);
   m_info.KISetInfoMessage(112);
   EXPECT_EQ(1006u, readLines(m_log).size());  // 1000 is not above the bound
   m_info.KISetInfoMessage(113);
   const Lines after = readLines(m_log);
-  ASSERT_EQ(6u, after.size());
-  EXPECT_EQ((Lines{"DATE:", "MESSAGE: Second"}), (Lines{after[0].substr(0, 5), after[3]}));
+  EXPECT_EQ((Lines{"DATE:", "MESSAGE: Second"}), (Lines{after.at(0).substr(0, 5), after.at(3)}));
+  EXPECT_EQ(6u, after.size());
 }
 
 TEST_F(KaldoInfoLog, OnlyStepsBackwardAreLogged) {
