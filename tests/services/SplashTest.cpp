@@ -37,6 +37,10 @@ struct Probe {
   int x, y;
   COLORREF colour;
 };
+struct Box {  // whether any pixel of the box has the text colour
+  int x0, y0, x1, y1;
+  bool text;
+};
 
 // An off-screen 640 x 480 picture pre-filled with the marker colour; both
 // platforms keep its pixels as 32-bit 0x00RRGGBB words, top row first.
@@ -75,17 +79,14 @@ struct Canvas {
     const uint32_t p = bits[y * kWidth + x];
     return ((p >> 16) & 0xFF) | (p & 0xFF00) | ((p & 0xFF) << 16);
   }
-  // Whether any pixel of the box has the text colour.
-  bool anyText(int x0, int y0, int x1, int y1) {
-    for (int y = y0; y < y1; ++y) {
-      for (int x = x0; x < x1; ++x) {
-        if (pixel(x, y) == g_highlight) return true;
-      }
-    }
-    return false;
-  }
-  void expect(const std::vector<Probe>& probes) {
+  void expect(const std::vector<Probe>& probes, const std::vector<Box>& boxes = {}) {
     for (const Probe& p : probes) EXPECT_EQ(p.colour, pixel(p.x, p.y)) << p.x << "," << p.y;
+    for (const Box& b : boxes) {
+      bool text = false;
+      for (int i = 0; i < (b.x1 - b.x0) * (b.y1 - b.y0) && !text; ++i)
+        text = pixel(b.x0 + i % (b.x1 - b.x0), b.y0 + i / (b.x1 - b.x0)) == g_highlight;
+      EXPECT_EQ(b.text, text) << "box at " << b.x0 << "," << b.y0;
+    }
   }
 
   KUPaintDC dc;
@@ -110,68 +111,61 @@ class Splash : public ::testing::Test {
   CKSplash m_splash;
 };
 
-TEST_F(Splash, PanelAndExtraModesPaintFramesFillsAndLinesAtTheirPlaces) {
-  EXPECT_EQ((std::vector<int>{1, 1, 1, 1, 1}),
-            (std::vector<int>{m_splash.SPSetDisplayMode(1), m_splash.SPSetText("Loading scene"),
-                              m_splash.SPSetComment("c"), m_splash.SPSetExtra("extra"),
-                              m_splash.SPSetProgress(50)}));
-  Canvas panel;
-  ASSERT_EQ(1, m_splash.SPPaint(panel.dc));
-  // Frame (188, 96)-(416, 174) with nothing between it and the 220 x 70 fill at (192, 100); bar
-  // frame (196, 121)-(404, 149); 50 of 100 is a bar of 100 pixels from (200, 125), 20 high.
-  panel.expect({{188, 120, kFrame},   {415, 120, kFrame},   {300, 96, kFrame},      {300, 173, kFrame},
-                {187, 120, kMarker},  {416, 120, kMarker},  {300, 95, kMarker},     {300, 174, kMarker},
-                {191, 120, kMarker},  {412, 169, kMarker},  {300, 170, kMarker},    {192, 100, kDesktop},
-                {411, 169, kDesktop}, {196, 135, kFrame},   {403, 135, kFrame},     {300, 121, kFrame},
-                {300, 148, kFrame},   {199, 135, kDesktop}, {200, 125, kHighlight}, {299, 144, kHighlight},
-                {300, 135, kDesktop}, {250, 145, kDesktop}});
-  // The text at (200, 100) and the comment at (200, 150); the extra line only in mode 2.
-  EXPECT_EQ((std::vector<bool>{true, false, true, false}),
-            (std::vector<bool>{panel.anyText(200, 100, 300, 121), panel.anyText(192, 100, 200, 121),
-                               panel.anyText(200, 150, 230, 170), panel.anyText(192, 196, 412, 224)}));
-
-  // Mode 2: frame (188, 196)-(416, 224), fill 220 x 20 at (192, 200), the extra line alone.
-  m_splash.SPSetDisplayMode(2);
-  m_splash.SPSetExtra(std::string(1000, 'x').c_str());  // kept within its field
-  Canvas extra;
-  ASSERT_EQ(1, m_splash.SPPaint(extra.dc));
-  extra.expect(
-      {{188, 210, kFrame}, {415, 210, kFrame}, {300, 196, kFrame}, {300, 223, kFrame}, {300, 220, kMarker}});
-  extra.expect({{192, 200, kDesktop}, {411, 219, kDesktop}, {196, 135, kMarker}, {300, 135, kMarker}});
-  EXPECT_TRUE(extra.anyText(200, 200, 300, 220));
-  EXPECT_FALSE(extra.anyText(180, 90, 420, 180));
-
-  Canvas off;
-  m_splash.SPEnable(0);
-  EXPECT_EQ(1, m_splash.SPPaint(off.dc));
-  EXPECT_EQ(1, m_splash.SPPaint());
-  EXPECT_EQ(kMarker, off.pixel(300, 210));
-}
-
-TEST_F(Splash, BarIsProgressOverMaxOfTwoHundredPixelsAndCycles) {
+TEST_F(Splash, ModesPaintFramesFillsBarAndLinesAtTheirPlaces) {
+  // Panel (mode 1): frame (188, 96)-(416, 174) with nothing between it and the 220 x 70 fill at
+  // (192, 100); bar frame (196, 121)-(404, 149) and a bar of progress / max x 200 pixels from
+  // (200, 125), 20 high; the text at (200, 100), the comment at (200, 150). Extra (mode 2): frame
+  // (188, 196)-(416, 224), fill 220 x 20 at (192, 200), the extra line alone.
+  const std::vector<Probe> panel = {
+      {188, 120, kFrame},   {415, 120, kFrame},   {300, 96, kFrame},      {300, 173, kFrame},
+      {187, 120, kMarker},  {416, 120, kMarker},  {300, 95, kMarker},     {300, 174, kMarker},
+      {191, 120, kMarker},  {412, 169, kMarker},  {300, 170, kMarker},    {192, 100, kDesktop},
+      {411, 169, kDesktop}, {196, 135, kFrame},   {403, 135, kFrame},     {300, 121, kFrame},
+      {300, 148, kFrame},   {199, 135, kDesktop}, {200, 125, kHighlight}, {299, 144, kHighlight},
+      {300, 135, kDesktop}, {250, 145, kDesktop}};
+  const std::vector<Probe> extra = {{188, 210, kFrame},   {415, 210, kFrame},  {300, 196, kFrame},
+                                    {300, 223, kFrame},   {300, 220, kMarker}, {192, 200, kDesktop},
+                                    {411, 219, kDesktop}, {196, 135, kMarker}, {300, 135, kMarker}};
+  const std::vector<Box> panelText = {{200, 100, 300, 121, true},
+                                      {192, 100, 200, 121, false},
+                                      {200, 150, 230, 170, true},
+                                      {192, 196, 412, 224, false}};
+  const std::vector<Box> extraText = {{200, 200, 300, 220, true}, {180, 90, 420, 180, false}};
   const struct {
-    int max, progress, increments;
-    bool sameColours;  // highlight text in the desktop's colour: drawn in its complement
+    int mode, max, progress, increments;
+    bool texts, sameColours;  // highlight text in the desktop's colour: drawn in its complement
     std::vector<Probe> probes;
+    std::vector<Box> boxes;
   } rows[] = {
-      {100, 99, 1, false, {{399, 135, kHighlight}, {400, 135, kDesktop}}},  // at max: full
-      {100, 100, 1, false, {{196, 135, kFrame}, {200, 135, kDesktop}}},     // past max: 0
-      {100, -1, 1, false, {{196, 135, kFrame}, {200, 135, kDesktop}}},      // from -1: 0
-      {100, -1, 0, false, {{196, 135, kDesktop}, {300, 121, kDesktop}}},    // hidden, frame and all
-      {3, 1, 0, false, {{265, 135, kHighlight}, {266, 135, kDesktop}}},     // 66.67 pixels: 66
-      {100, 10, 0, true, {{205, 135, ~kDesktop & 0xFFFFFFu}}},
+      {1, 100, 50, 0, true, false, panel, panelText},
+      {2, 100, 50, 0, true, false, extra, extraText},
+      {1, 100, 99, 1, false, false, {{399, 135, kHighlight}, {400, 135, kDesktop}}, {}},  // at max: full
+      {1, 100, 100, 1, false, false, {{196, 135, kFrame}, {200, 135, kDesktop}}, {}},     // past max: 0
+      {1, 100, -1, 1, false, false, {{196, 135, kFrame}, {200, 135, kDesktop}}, {}},      // from -1: 0
+      {1, 100, -1, 0, false, false, {{196, 135, kDesktop}, {300, 121, kDesktop}}, {}},    // hidden
+      {1, 3, 1, 0, false, false, {{265, 135, kHighlight}, {266, 135, kDesktop}}, {}},     // 66.67: 66
+      {1, 100, 10, 0, false, true, {{205, 135, ~kDesktop & 0xFFFFFFu}}, {}},
   };
   for (const auto& row : rows) {
-    SCOPED_TRACE(testing::Message() << row.progress << "+" << row.increments << " of " << row.max);
+    SCOPED_TRACE(testing::Message() << "mode " << row.mode << ", " << row.progress << "+" << row.increments
+                                    << " of " << row.max);
     g_highlight = row.sameColours ? kDesktop : kHighlight;
-    m_splash.SPSetDisplayMode(1);
-    EXPECT_EQ(1, m_splash.SPSetMax(row.max));
-    EXPECT_EQ(1, m_splash.SPSetProgress(row.progress));
-    for (int i = 0; i < row.increments; ++i) EXPECT_EQ(1, m_splash.SPIncrementProgress());
+    const std::string text = row.texts ? "Loading scene" : "",
+                      longText = row.texts ? std::string(1000, 'x') : "";
+    EXPECT_EQ((std::vector<int>{1, 1, 1, 1, 1, 1, 1}),
+              (std::vector<int>{m_splash.SPSetDisplayMode(row.mode), m_splash.SPSetText(text.c_str()),
+                                m_splash.SPSetComment(text.substr(0, 1).c_str()),
+                                m_splash.SPSetExtra(longText.c_str()),  // kept within its field
+                                m_splash.SPSetMax(row.max), m_splash.SPSetProgress(row.progress),
+                                row.increments ? m_splash.SPIncrementProgress() : 1}));
     Canvas canvas;
     ASSERT_EQ(1, m_splash.SPPaint(canvas.dc));
-    canvas.expect(row.probes);
+    canvas.expect(row.probes, row.boxes);
   }
+  Canvas off;
+  m_splash.SPEnable(0);
+  EXPECT_EQ((std::vector<int>{1, 1}), (std::vector<int>{m_splash.SPPaint(off.dc), m_splash.SPPaint()}));
+  EXPECT_EQ(kMarker, off.pixel(300, 210));
 }
 
 TEST_F(Splash, WindowModeFillsTheWindowsRectangleOrFailsWithoutOne) {
