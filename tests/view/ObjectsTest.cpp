@@ -95,7 +95,6 @@ TEST_F(ViewObjects, BrokenFilesAreReportedAndFallBackToStock) {
   writeFile(dir.file("bad.ksf"), "[VGEN]\n[SED]\n[SEX][6]1.0000\n[CMD][1]3\n[DES]\n[NEGV]\n");
   auto o = make("bad.txt", "bad.ksf", "bad.kvc");
   EXPECT_EQ((Lines{"114 " + dir.file("bad.ksf"), "113 " + dir.file("bad.kvc")}), shown());
-  EXPECT_NE(messages.shown().at(1).detail.find("6007"), std::string::npos);
   EXPECT_EQ((Lines{"stock", "stock"}), (Lines{o->shapeSource, o->behaviourSource}));
   EXPECT_FALSE(o->mesh.vertices.empty());
   // The rows read before the failure are dropped with the file: select turns, as the stock does.

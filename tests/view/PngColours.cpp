@@ -34,16 +34,10 @@ float hueOf(float r, float g, float b) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: kutil_view_png_colours PICTURE.png\n");
-    return 2;
-  }
+  if (argc != 2) return std::fprintf(stderr, "usage: kutil_view_png_colours PICTURE.png\n"), 2;
   cairo_surface_t* image = cairo_image_surface_create_from_png(argv[1]);
-  if (cairo_surface_status(image) != CAIRO_STATUS_SUCCESS) {
-    std::fprintf(stderr, "%s: not a readable PNG picture\n", argv[1]);
-    cairo_surface_destroy(image);
-    return 1;
-  }
+  if (cairo_surface_status(image) != CAIRO_STATUS_SUCCESS)
+    return std::fprintf(stderr, "%s: not a readable PNG picture\n", argv[1]), cairo_surface_destroy(image), 1;
   const int width = cairo_image_surface_get_width(image), height = cairo_image_surface_get_height(image);
   const int stride = cairo_image_surface_get_stride(image);
   const unsigned char* data = cairo_image_surface_get_data(image);
