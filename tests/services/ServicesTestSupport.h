@@ -5,6 +5,7 @@
 #pragma once
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
 
 #include "KRegistry.h"
@@ -16,15 +17,15 @@ namespace kutil::test {
 /// Sets an environment variable for the life of the object.
 class ScopedEnv {
  public:
-  ScopedEnv(const char* name, const std::string& value) : m_name(name), m_had(std::getenv(name) != nullptr) {
-    if (m_had) m_old = std::getenv(name);
+  ScopedEnv(const char* name, const std::string& value) : m_name(name) {
+    if (const char* old = std::getenv(name)) m_old = old;
     setenv(name, value.c_str(), 1);
   }
-  ~ScopedEnv() { m_had ? setenv(m_name.c_str(), m_old.c_str(), 1) : unsetenv(m_name.c_str()); }
+  ~ScopedEnv() { m_old ? setenv(m_name.c_str(), m_old->c_str(), 1) : unsetenv(m_name.c_str()); }
 
  private:
-  std::string m_name, m_old;
-  bool m_had;
+  std::string m_name;
+  std::optional<std::string> m_old;
 };
 
 /// On POSIX a store folder of the test's own.
