@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
-// A private registry for each test: on POSIX a store folder of its own, on
-// Windows the real registry with the test's keys removed afterwards.
+// A private registry for each test, scoped environment variables, and what a
+// text getter wrote into a marked buffer.
 #pragma once
 #include <cstdlib>
+#include <cstring>
+#include <optional>
 #include <string>
 
 #include "KRegistry.h"
@@ -11,48 +13,51 @@
 
 namespace kutil::test {
 
-class RegistrySandbox {
+#if !defined(_WIN32)
+/// Sets an environment variable for the life of the object.
+class ScopedEnv {
  public:
-  RegistrySandbox() {
-#if !defined(_WIN32)
-    const char* old = std::getenv("KUTIL_REGISTRY_DIR");
-    m_hadOld = old != nullptr;
-    if (old) m_old = old;
-    setenv("KUTIL_REGISTRY_DIR", m_dir.path().c_str(), 1);
-#endif
-    cleanup();
+  ScopedEnv(const char* name, const std::string& value) : m_name(name) {
+    if (const char* old = std::getenv(name)) m_old = old;
+    setenv(name, value.c_str(), 1);
   }
-  ~RegistrySandbox() {
-    cleanup();
-#if !defined(_WIN32)
-    if (m_hadOld)
-      setenv("KUTIL_REGISTRY_DIR", m_old.c_str(), 1);
-    else
-      unsetenv("KUTIL_REGISTRY_DIR");
-#endif
-  }
+  ~ScopedEnv() { m_old ? setenv(m_name.c_str(), m_old->c_str(), 1) : unsetenv(m_name.c_str()); }
 
  private:
-  // Removes, deepest first, every key the services tests create.
-  static void cleanup() {
-    static const char* const kKeys[] = {
-        "HKEY_CURRENT_USER\\Software\\kaldo3d\\Kaldo\\CurrentVersion",
-        "HKEY_CURRENT_USER\\Software\\kaldo3d\\Kaldo",
-        "HKEY_CURRENT_USER\\Software\\kaldo3d\\KUtilTest\\A\\Deep",
-        "HKEY_CURRENT_USER\\Software\\kaldo3d\\KUtilTest\\A",
-        "HKEY_CURRENT_USER\\Software\\kaldo3d\\KUtilTest\\B",
-        "HKEY_CURRENT_USER\\Software\\kaldo3d\\KUtilTest",
-        "HKEY_CURRENT_USER\\Software\\kaldo3d",
-        "HKEY_LOCAL_MACHINE\\SOFTWARE\\kaldo3d\\KALDO\\CurrentVersion",
-        "HKEY_LOCAL_MACHINE\\SOFTWARE\\kaldo3d\\KALDO",
-        "HKEY_LOCAL_MACHINE\\SOFTWARE\\kaldo3d",
-    };
-    for (const char* key : kKeys) KURegDeleteKey(key);
-  }
-
-  TempDir m_dir;
-  std::string m_old;
-  bool m_hadOld = false;
+  std::string m_name;
+  std::optional<std::string> m_old;
 };
+
+/// On POSIX a store folder of the test's own.
+class RegistrySandbox {
+  TempDir m_dir;
+  ScopedEnv m_store{"KUTIL_REGISTRY_DIR", m_dir.path()};
+};
+#else
+/// On Windows the real registry, with the test's keys removed before and after.
+class RegistrySandbox {
+ public:
+  RegistrySandbox() { cleanup(); }
+  ~RegistrySandbox() { cleanup(); }
+
+ private:
+  static void cleanup() {
+    RegDeleteTreeA(HKEY_CURRENT_USER, "Software\\kaldo3d");
+    RegDeleteTreeA(HKEY_LOCAL_MACHINE, "SOFTWARE\\kaldo3d");
+  }
+};
+#endif
+
+/// What a text getter reports: its status and the text it wrote, "-" for none
+/// (the buffer left alone), "<overrun>" when it wrote past the terminator.
+template <typename Get>
+std::string written(Get get) {
+  char out[300];
+  std::memset(out, '#', sizeof out);
+  const std::string status = std::to_string(get(out));
+  if (std::string(out, sizeof out) == std::string(sizeof out, '#')) return status + " -";
+  const char* end = static_cast<const char*>(std::memchr(out, '\0', sizeof out - 1));
+  return status + (end && end[1] == '#' ? " " + std::string(out) : " <overrun>");
+}
 
 }  // namespace kutil::test

@@ -15,54 +15,33 @@ namespace {
 
 constexpr int kWidth = 800, kHeight = 600;
 
-// A viewer at (1, 1.6, -4), turned, looking a little up and rolled, so no axis lines up.
-Walker tiltedViewer() {
+// The pixel a world point shows at, and the ray back through it: it starts at the eye and meets the
+// point; the drawing's clip matrix puts the point at the same pixel, ever deeper for further points.
+TEST(ViewPicking, WorldToPixelToRayIsTheIdentityAndTheDrawingAgrees) {
   Walker w;
   ViewerState s;
   s.position = {1.0f, 1.6f, -4.0f};
-  s.heading = 0.3f;
-  s.pitch = 0.15f;
-  s.roll = 0.1f;
+  s.heading = 0.3f, s.pitch = 0.15f, s.roll = 0.1f;  // turned, looking up, rolled: no axis lines up
   w.setState(s);
   w.aim(kWidth, kHeight);
-  return w;
-}
-
-TEST(ViewPicking, DrawingLandsWhereTheCameraPutsEachPoint) {
-  Walker w = tiltedViewer();
   const std::array<float, 16> m = clipMatrix(w.camera(), kWidth, kHeight);
   float lastDepth = -1.0f;
-  for (const _D3DVECTOR p :
-       {_D3DVECTOR{1, 1.5f, 0}, _D3DVECTOR{3, 1, 2}, _D3DVECTOR{-2, 2.5f, 8}, _D3DVECTOR{9, 0, 40}}) {
-    float clip[4];
+  for (const _D3DVECTOR p : {_D3DVECTOR{1, 1.5f, 0}, {3, 1, 2}, {-2, 2.5f, 8}, {9, 0, 40}}) {
+    float clip[4], x = 0, y = 0;
     for (int r = 0; r < 4; ++r) clip[r] = m[r] * p.x + m[4 + r] * p.y + m[8 + r] * p.z + m[12 + r];
-    float x = 0, y = 0;
     ASSERT_TRUE(worldToPixel(w.camera(), kWidth, kHeight, p, &x, &y));
     EXPECT_NEAR((clip[0] / clip[3] + 1.0f) * 0.5f * kWidth, x, 0.05f);
     EXPECT_NEAR((1.0f - clip[1] / clip[3]) * 0.5f * kHeight, y, 0.05f);
-    const float depth = clip[2] / clip[3];
-    EXPECT_GT(depth, lastDepth);  // the points lie ever further away
-    EXPECT_LT(depth, 1.0f);
-    lastDepth = depth;
+    EXPECT_GT(clip[2] / clip[3], lastDepth);
+    EXPECT_LT(clip[2] / clip[3], 1.0f);
+    lastDepth = clip[2] / clip[3];
+    _D3DVECTOR origin{}, d{}, off{};
+    ASSERT_TRUE(pixelRay(w.camera(), kWidth, kHeight, x, y, &origin, &d));
+    EXPECT_NEAR(std::hypot(origin.x - 1.0f, origin.y - 1.6f, origin.z + 4.0f), 0.0f, 1e-3f);
+    const _D3DVECTOR to = {p.x - origin.x, p.y - origin.y, p.z - origin.z};
+    KUVectorCrossProduct(&to, &d, &off);
+    EXPECT_LT(std::hypot(off.x, off.y, off.z), 2e-3f);
   }
-}
-
-TEST(ViewPicking, TheRayThroughAPointsPixelStartsAtTheEyeAndMeetsThePoint) {
-  Walker w = tiltedViewer();
-  const _D3DVECTOR p = {-2, 2.5f, 8};
-  float x = 0, y = 0;
-  ASSERT_TRUE(worldToPixel(w.camera(), kWidth, kHeight, p, &x, &y));
-  _D3DVECTOR origin{}, d{};
-  ASSERT_TRUE(pixelRay(w.camera(), kWidth, kHeight, x, y, &origin, &d));
-  EXPECT_NEAR(origin.x, 1.0f, 1e-3f);
-  EXPECT_NEAR(origin.y, 1.6f, 1e-3f);
-  EXPECT_NEAR(origin.z, -4.0f, 1e-3f);
-  const _D3DVECTOR to = {p.x - origin.x, p.y - origin.y, p.z - origin.z};
-  _D3DVECTOR off{};
-  KUVectorCrossProduct(&to, &d, &off);
-  float miss = 0;
-  KUVectorMagnitude(&off, &miss);
-  EXPECT_LT(miss, 2e-3f);
 }
 
 TEST(ViewPicking, APickFindsTheObjectUnderThePixelAndMarksTheFaceHit) {
@@ -98,10 +77,9 @@ TEST(ViewPicking, APickFindsTheObjectUnderThePixelAndMarksTheFaceHit) {
   EXPECT_EQ(pickAt({0.0f, 6.0f, 5.0f}).object, -1);  // above both
   markHitFace(*objects[0], a.face);
   CKVGen& gen = objects[0]->gen;
-  const bool marked = a.face.plane < 0     ? gen.KVIsSeedFaceHit()
-                      : a.face.vertex >= 0 ? gen.KVSelectHitFaceByNumber(1)
-                                           : gen.KVIsGenFaceHit();
-  EXPECT_TRUE(marked);
+  EXPECT_EQ(1, a.face.plane < 0     ? gen.KVIsSeedFaceHit()
+               : a.face.vertex >= 0 ? gen.KVSelectHitFaceByNumber(1)
+                                    : gen.KVIsGenFaceHit());
 }
 
 }  // namespace

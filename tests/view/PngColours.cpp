@@ -25,29 +25,19 @@ constexpr int kBandCount = sizeof(kBands) / sizeof(kBands[0]);
 float hueOf(float r, float g, float b) {
   const float hi = std::max({r, g, b}), lo = std::min({r, g, b}), span = hi - lo;
   if (hi < 0.25f || span / hi < 0.3f) return -1.0f;
-  float h = 0.0f;
-  if (hi == r)
-    h = 60.0f * (g - b) / span;
-  else if (hi == g)
-    h = 60.0f * ((b - r) / span + 2.0f);
-  else
-    h = 60.0f * ((r - g) / span + 4.0f);
+  const float h = 60.0f * (hi == r   ? (g - b) / span
+                           : hi == g ? (b - r) / span + 2.0f
+                                     : (r - g) / span + 4.0f);
   return h < 0.0f ? h + 360.0f : h;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: kutil_view_png_colours PICTURE.png\n");
-    return 2;
-  }
+  if (argc != 2) return std::fprintf(stderr, "usage: kutil_view_png_colours PICTURE.png\n"), 2;
   cairo_surface_t* image = cairo_image_surface_create_from_png(argv[1]);
-  if (cairo_surface_status(image) != CAIRO_STATUS_SUCCESS) {
-    std::fprintf(stderr, "%s: not a readable PNG picture\n", argv[1]);
-    cairo_surface_destroy(image);
-    return 1;
-  }
+  if (cairo_surface_status(image) != CAIRO_STATUS_SUCCESS)
+    return std::fprintf(stderr, "%s: not a readable PNG picture\n", argv[1]), cairo_surface_destroy(image), 1;
   const int width = cairo_image_surface_get_width(image), height = cairo_image_surface_get_height(image);
   const int stride = cairo_image_surface_get_stride(image);
   const unsigned char* data = cairo_image_surface_get_data(image);

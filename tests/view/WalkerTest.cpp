@@ -20,16 +20,11 @@ class ViewWalker : public ::testing::Test {
     obstacles.push_back({&box, {2.5f, 0, 0}, 1.2f});
     walker.setWalkSpeed(1.0f);
   }
-
   static void square(CKFootPrint* fp, float x0, float z0, float x1, float z1) {
     fp->FPInitialise();
-    fp->FPAddVertex(x0, 0, z0);
-    fp->FPAddVertex(x1, 0, z0);
-    fp->FPAddVertex(x1, 0, z1);
-    fp->FPAddVertex(x0, 0, z1);
+    for (const auto& [x, z] : {std::pair{x0, z0}, {x1, z0}, {x1, z1}, {x0, z1}}) fp->FPAddVertex(x, 0, z);
     fp->FPUpdateVertexDependencies();
   }
-
   // Walks n frames of one command each, checking after every frame that the viewer stands clear.
   WalkOutcome walk(int code, int frames, int flags = 0) {
     WalkOutcome all;
@@ -39,13 +34,10 @@ class ViewWalker : public ::testing::Test {
       walker.walk(&room, obstacles, &one);
       EXPECT_TRUE(Walker::standsClear(&room, obstacles, walker.state().position)) << "frame " << i;
       all.contacts += one.contacts;
-      all.steps += one.steps;
       all.bumped.insert(all.bumped.end(), one.bumped.begin(), one.bumped.end());
     }
     return all;
   }
-
-  void start(float x, float z, float heading) { walker.reset({x, 1.6f, z}, heading); }
   float x() const { return walker.state().position.x; }
   float z() const { return walker.state().position.z; }
 
@@ -55,7 +47,7 @@ class ViewWalker : public ::testing::Test {
 };
 
 TEST_F(ViewWalker, StepsAreTheLibrarysStandardMagnitudes) {
-  start(-3, -3, 0.0f);
+  walker.reset({-3, 1.6f, -3}, 0.0f);
   walk(KAR_MOTION_FORWARD, 1);
   EXPECT_NEAR(z(), -2.7f, 1e-5f);  // 0.3 at speed 1
   walk(KAR_MOTION_FORWARD, 1, KFI_FLAG_FINE);
@@ -69,58 +61,52 @@ TEST_F(ViewWalker, StepsAreTheLibrarysStandardMagnitudes) {
   EXPECT_NEAR(x(), -3.0f + 0.15f * std::cos(-0.02f), 1e-5f);
 }
 
-TEST_F(ViewWalker, AStepIntoAWallAtAnAngleSlidesAlongIt) {
-  start(0, -4.5f, 1.0f);  // towards the wall at x = 5, meeting it after 19 steps
-  const WalkOutcome out = walk(KAR_MOTION_FORWARD, 30);
-  EXPECT_EQ(out.contacts, 1);
-  EXPECT_TRUE(out.bumped.empty());  // the room is no object
-  EXPECT_GT(x(), 4.4f);             // within a step of the margin of 0.3...
-  EXPECT_LE(x(), 4.7f + 1e-4f);
-  // ...and every step kept its part along the wall, as if the wall were not there.
-  EXPECT_NEAR(z(), -4.5f + 30 * 0.3f * std::cos(1.0f), 0.01f);
-}
-
-TEST_F(ViewWalker, AStepStraightAtAWallStopsAndACornerHolds) {
-  start(0, -4.0f, kHalfPi);
-  walk(KAR_MOTION_FORWARD, 30);
-  EXPECT_GT(x(), 4.4f);
-  EXPECT_LE(x(), 4.7f + 1e-4f);
-  EXPECT_NEAR(z(), -4.0f, 1e-4f);      // nothing to slide along
-  start(-3, -3, -3.0f * kHalfPi / 2);  // into the corner at (-5, -5)
-  walk(KAR_MOTION_FORWARD, 30);
-  EXPECT_LT(x(), -4.4f);
-  EXPECT_LT(z(), -4.4f);
-}
-
-TEST_F(ViewWalker, AnObstacleIsBumpedOncePerContact) {
-  start(0, 0, kHalfPi);  // straight at the box's side x = 2
-  WalkOutcome out = walk(KAR_MOTION_FORWARD, 15);
-  ASSERT_EQ(out.bumped.size(), 1u);
-  EXPECT_EQ(out.bumped[0], 0);
-  EXPECT_GT(x(), 1.4f);
-  EXPECT_LE(x(), 1.7f + 1e-4f);
-  walk(KAR_MOTION_BACKWARD, 2);
-  out = walk(KAR_MOTION_FORWARD, 5);
-  EXPECT_EQ(out.bumped.size(), 1u);  // a new contact
-}
-
-TEST_F(ViewWalker, AViewerTooCloseToAWallMayStillStepAway) {
-  start(4.8f, 0, -kHalfPi);  // 0.2 from the wall, facing away from it
-  walk(KAR_MOTION_FORWARD, 1);
-  EXPECT_NEAR(x(), 4.5f, 1e-4f);
-  start(4.8f, 0, 0.0f);  // along the wall, staying as close
-  walk(KAR_MOTION_FORWARD, 3);
-  EXPECT_NEAR(z(), 0.9f, 1e-4f);
+TEST_F(ViewWalker, WallsStopOrSlideAStepAndAnObstacleIsBumpedOncePerContact) {
+  const float slid = -4.5f + 30 * 0.3f * std::cos(1.0f);  // the part along the wall, as if it were not there
+  const struct {
+    float x, z, heading;
+    int frames;
+    float xLow, xHigh, zLow, zHigh;  // where the viewer ends
+    int contacts, bumps;
+  } rows[] = {
+      {0, -4.5f, 1.0f, 30, 4.4f, 4.7f, slid - 0.01f, slid + 0.01f, 1, 0},  // at an angle: slides
+      {0, -4.0f, kHalfPi, 30, 4.4f, 4.7f, -4.0001f, -3.9999f, 1, 0},       // straight at it: stops
+      {-3, -3, -3 * kHalfPi / 2, 30, -5, -4.4f, -5, -4.4f, 1, 0},          // into a corner: holds
+      {0, 0, kHalfPi, 15, 1.4f, 1.7f, -1e-4f, 1e-4f, 1, 1},                // at the box
+      {4.8f, 0, -kHalfPi, 1, 4.4999f, 4.5001f, -1e-4f, 1e-4f, 0, 0},       // too close, stepping away
+      {4.8f, 0, 0, 3, 4.7999f, 4.8001f, 0.8999f, 0.9001f, 0, 0},           // too close, staying as close
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::Message() << row.x << "," << row.z << " heading " << row.heading);
+    walker.reset({row.x, 1.6f, row.z}, row.heading);
+    const WalkOutcome out = walk(KAR_MOTION_FORWARD, row.frames);
+    EXPECT_GT(x(), row.xLow);
+    EXPECT_LE(x(), row.xHigh + 1e-4f);
+    EXPECT_GT(z(), row.zLow);
+    EXPECT_LE(z(), row.zHigh);
+    EXPECT_EQ(row.contacts, out.contacts);
+    EXPECT_EQ(row.bumps, static_cast<int>(out.bumped.size()));
+  }
+  walker.reset({0, 1.6f, 0}, kHalfPi);
+  walk(KAR_MOTION_FORWARD, 15);
+  walk(KAR_MOTION_BACKWARD, 2);  // off the box and back on: a new contact
+  EXPECT_EQ((std::vector<int>{0}), walk(KAR_MOTION_FORWARD, 5).bumped);
 }
 
 TEST_F(ViewWalker, TurnsLooksAndZoomsStayWithinTheirLimits) {
-  start(0, 0, 3.1f);
+  walker.reset({0, 1.6f, 0}, 3.1f);
   walk(KAR_MOTION_TURNRIGHT, 3);
   EXPECT_NEAR(walker.state().heading, 3.16f - 6.2831853f, 1e-4f);  // wrapped into (-pi, pi]
   walk(KAR_MOTION_LOOKUP, 200);
   EXPECT_LE(walker.state().pitch, 1.31f);
   walk(KAR_MOTION_AUTOLEVEL, 1);
   EXPECT_EQ(walker.state().pitch, 0.0f);
+  walk(KAR_MOTION_UP, 1);
+  EXPECT_GT(walker.state().position.y, 1.6f);
+  walk(KAR_MOTION_UP, 100);
+  EXPECT_NEAR(walker.state().position.y, 2.6f, 1e-4f);  // the eye's highest
+  walk(KAR_MOTION_DOWN, 100);
+  EXPECT_NEAR(walker.state().position.y, 0.4f, 1e-4f);  // and lowest
   const double zoom = walker.state().zoom;
   walk(KAR_CMD_ZOOMIN, 1);
   EXPECT_NEAR(walker.state().zoom, zoom / 1.1, 1e-9);
