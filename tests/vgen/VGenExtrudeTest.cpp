@@ -165,12 +165,6 @@ TEST(GKVSeedExtruderGlobe, SeedIsAHalfCircleInTheYZPlaneFacingAlongX) {
   expectNear(GenInternals::seedPlane(gen)->normal, vec(1, 0, 0));
   expectNear(GenInternals::genPlanes(gen)->normal, vec(0, 0, -1));  // turned a quarter about y
   gen.KVTerminate();
-  // From three rings the seed is laid flat to a line: no tessellation, the default normal.
-  ASSERT_EQ(GKVSeedExtruderGlobe(&gen, 3, 40, 1.0f), 1);
-  EXPECT_EQ(planeOf(gen).size(), 41u);  // the rounding margin keeps the last vertex
-  EXPECT_EQ((Ints{gen.KVIsValid(3), gen.KVGenerate()}), (Ints{0, 1}));
-  expectNear(GenInternals::seedPlane(gen)->normal, vec(0, 0, 1));
-  gen.KVTerminate();
 }
 
 TEST(GKVCalculateEndPlaneVertexMappings, ExactOnRectanglesAndMirroredBetweenEnds) {
