@@ -12,10 +12,10 @@ TEST(CKVGenExtrude, BoundingRectangleKeepsItsFiniteStartValues) {
   float w = -1, h = -1;
   EXPECT_EQ((Ints{gen->KVUpdateSeedList2DBox(), gen->KVGetSeedPlaneScale(&w, &h)}), (Ints{0, 0}));
   EXPECT_EQ(w, -1.0f);
-  Gen far({vec(1000, 1500, 9), vec(2000, 1200, -4), vec(1500, 1000, 0)});
-  EXPECT_EQ((Ints{far->KVUpdateSeedList2DBox(), far->KVGetSeedPlaneScale(&w, &h)}), (Ints{1, 1}));
+  Gen distant({vec(1000, 1500, 9), vec(2000, 1200, -4), vec(1500, 1000, 0)});
+  EXPECT_EQ((Ints{distant->KVUpdateSeedList2DBox(), distant->KVGetSeedPlaneScale(&w, &h)}), (Ints{1, 1}));
   // Every vertex lies beyond 999, so the minima keep their starting value.
-  const tagKExtrudePlane* seed = GenInternals::seedPlane(far.g);
+  const tagKExtrudePlane* seed = GenInternals::seedPlane(distant.g);
   expectNear({seed->corner0, seed->corner1, seed->corner2, seed->corner3},
              {vec(999, 1500, 0), vec(2000, 1500, 0), vec(999, 999, 0), vec(2000, 999, 0)}, 0.0f);
   EXPECT_EQ(w, 1001.0f);
