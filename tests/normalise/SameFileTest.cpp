@@ -25,53 +25,38 @@ TEST_F(SameFile, EveryGatheringPathLeavesAFileThatIsItsOwnTargetWhole) {
   const std::string dir = makeSubDir(root, "content"),
                     scratch = (makeSubDir(root, "scratch"), root.file("scratch"));
   const std::string list = dir + "hall.ksl", animation = dir + "sky.anb", shape = dir + "door.ksf";
-  // Each path gathers the file named by spelling into dir and gives the name it now has.
-  using Gather = std::function<int(const std::string& spelling, std::string* name)>;
-  const std::pair<const char*, Gather> paths[] = {
-      {"wood.bmp",
-       [&](const std::string& s, std::string* name) {
-         char out[264] = "";
-         const int r = KUCopyToTarget(s.c_str(), dir.c_str(), out);
-         *name = out;
-         return r;
-       }},
-      {"hall.kwq",
-       [&](const std::string& s, std::string* name) {
-         writeFile(list, s + "\n");
-         const int r = KUCopyKSLFileParts(list.c_str(), dir.c_str());
-         *name = readLines(list).at(0);
-         return r;
-       }},
-      {"cloud.bmp",
-       [&](const std::string& s, std::string* name) {
-         writeFile(animation, s + "\n");
-         const int r = KUCopyANBFileParts(animation.c_str(), dir.c_str());
-         *name = readLines(animation).at(0);
-         return r;
-       }},
-      {"oak.bmp",
-       [&](const std::string& s, std::string* name) {
-         writeShape(shape, s, "", "");
-         const int r = KUCopyKSFFileParts(shape.c_str(), dir.c_str());
-         *name = shapeTextures(shape)[0];
-         return r;
-       }},
-      {"creak.wav",
-       [&](const std::string& s, std::string* name) {
-         writeFile(dir + "door.kvc", "ON open PLAY \"" + s + "\"\n");
-         const int r = KUCopyKCVFileParts((dir + "door.kvc").c_str());
-         *name = rowTexts(dir + "door.kvc").at(0);
-         return r;
-       }},
+  const std::string behaviour = dir + "door.kvc";
+  // Each path writes the spelling into its container, gathers into dir and reads the name back.
+  std::string spelling;
+  char copied[264] = "";
+  const struct {
+    const char* file;
+    std::function<void(const std::string&)> write;
+    std::function<int()> gather;
+    std::function<std::string()> read;
+  } paths[] = {
+      {"wood.bmp", [&](const std::string& s) { spelling = s; },
+       [&] { return KUCopyToTarget(spelling.c_str(), dir.c_str(), copied); }, [&] { return copied; }},
+      {"hall.kwq", [&](const std::string& s) { writeFile(list, s + "\n"); },
+       [&] { return KUCopyKSLFileParts(list.c_str(), dir.c_str()); }, [&] { return readLines(list).at(0); }},
+      {"cloud.bmp", [&](const std::string& s) { writeFile(animation, s + "\n"); },
+       [&] { return KUCopyANBFileParts(animation.c_str(), dir.c_str()); },
+       [&] { return readLines(animation).at(0); }},
+      {"oak.bmp", [&](const std::string& s) { writeShape(shape, s, "", ""); },
+       [&] { return KUCopyKSFFileParts(shape.c_str(), dir.c_str()); },
+       [&] { return shapeTextures(shape)[0]; }},
+      {"creak.wav", [&](const std::string& s) { writeFile(behaviour, "ON open PLAY \"" + s + "\"\n"); },
+       [&] { return KUCopyKCVFileParts(behaviour.c_str()); }, [&] { return rowTexts(behaviour).at(0); }},
   };
-  for (const auto& [file, gather] : paths) {
-    writeFile(dir + file, std::string("content of ") + file);
+  for (const auto& p : paths) {
+    const std::string file = p.file;
+    writeFile(dir + file, "content of " + file);
     for (const Spelling& s : sameFileSpellings(root.file("content"), file, scratch)) {
       SCOPED_TRACE(s.how + ": " + s.path);
-      std::string name;
-      EXPECT_EQ(gather(s.path, &name), 1);
-      EXPECT_EQ(name, dir + file);
-      EXPECT_EQ(readFile(dir + file), std::string("content of ") + file);
+      p.write(s.path);
+      EXPECT_EQ(p.gather(), 1);
+      EXPECT_EQ(p.read(), dir + file);
+      EXPECT_EQ(readFile(dir + file), "content of " + file);
       // A hard link made before the copy still reaches the file: it was not replaced.
       EXPECT_TRUE(s.how != "a hard link" || sameFile(dir + file, s.path));
     }

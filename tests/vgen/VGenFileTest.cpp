@@ -72,18 +72,13 @@ TEST(CKVGenFile, SaveRestoreSaveIsByteIdentical) {
   TempDir dir;
   const std::string path = dir.file("round.ksf"), again = dir.file("again.ksf");
   Gen gen({vec(0, 0, 0), vec(4, 0, 0.5f), vec(4, 3, -1)});
-  gen->KVSetNormalDirection(1);
-  gen->KVSetDeltaTranslation(2.5f);
-  gen->KVSetFrontPlaneTexture("C:\\tex\\front.bmp");
-  gen->KVSetBackPlaneTexture("back.bmp");
-  gen->KVSetWrapSurfaceTexture("wrap [odd] name.bmp");
-  gen->KVSetFrontTiling(2);
-  gen->KVSetBackTiling(3);
-  gen->KVSetWrapTiling(4);
-  gen->KVSetFrontIconIndex("5");
-  gen->KVSetBackIconIndex("6");
-  gen->KVSetWrapIconIndex("12");
-  gen->KVSetEdgeDetectType(EDGE_DETECT_FACE);  // not stored
+  EXPECT_EQ((Ints{gen->KVSetNormalDirection(1), gen->KVSetDeltaTranslation(2.5f),
+                  gen->KVSetFrontPlaneTexture("C:\\tex\\front.bmp"), gen->KVSetBackPlaneTexture("back.bmp"),
+                  gen->KVSetWrapSurfaceTexture("wrap [odd] name.bmp"), gen->KVSetFrontTiling(2),
+                  gen->KVSetBackTiling(3), gen->KVSetWrapTiling(4), gen->KVSetFrontIconIndex("5"),
+                  gen->KVSetBackIconIndex("6"), gen->KVSetWrapIconIndex("12"),
+                  gen->KVSetEdgeDetectType(EDGE_DETECT_FACE)}),  // the type is not stored
+            Ints(12, 1));
   const _D3DVECTOR axis = vec(0, 1, 0);
   gen->KVAddInstruction(INSTR_ROTATE_AXIS, &axis, 0.25f);
   gen->KVAddInstruction(INSTR_EXTRUDE, &axis, -2.0f);
