@@ -77,54 +77,35 @@ TEST(CKVGenFaces, PlaneOutlineStartsAtVertexOneUnderReversalAndItsBoxCoversTheSl
 }
 
 TEST(CKVGenFaces, BoxesUnderBoxAndFaceEdgeDetect) {
-  Gen gen;
-  run(gen.g, {{SeedBox, 0, 0, U}, {Update, 0, 0, U}, {GenBox, 0, 0, U}, {FirstBox, 0, 0, U}});
-  for (const _D3DVECTOR& p : square()) gen->KVAddSeedVertex(&p);
-  gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 3.0f);
-  gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
+  Gen empty, gen(square(), {3, 1}), faces;
+  run(empty.g, {{SeedBox, 0, 0, U}, {Update, 0, 0, U}, {GenBox, 0, 0, U}, {FirstBox, 0, 0, U}});
   // A plane's box covers the slab from the plane before it; box type keeps no face outlines.
-  run(gen.g, {{Update, 0, 1, U},
-              {Generate, 0, 1, U},
-              {Update, 0, 1, U},
-              {FirstBox, 0, 1, 223},
-              {NextBox, 0, 1, 3224},
-              {NextBox, 0, 0, U},
-              {FirstFaceBox, 0, 0, U},
-              {SeedBox, 0, 1, 220},
-              {FirstP, 0, 1, U},
-              {CurBox, 0, 1, 223},
-              {GenBox, 0, 1, 3224},
-              {CurBox, 0, 1, 3224}});
+  const Steps boxes = {{Update, 0, 1, U},       {Generate, 0, 1, U},   {Update, 0, 1, U},
+                       {FirstBox, 0, 1, 223},   {NextBox, 0, 1, 3224}, {NextBox, 0, 0, U},
+                       {FirstFaceBox, 0, 0, U}, {SeedBox, 0, 1, 220},  {FirstP, 0, 1, U},
+                       {CurBox, 0, 1, 223},     {GenBox, 0, 1, 3224},  {CurBox, 0, 1, 3224}};
+  run(gen.g, boxes);
   GenInternals::currentPlane(gen.g) = nullptr;
   run(gen.g, {{CurBox, 0, 0, U}, {FirstFaceBox, 0, 0, U}});
-  Gen faces;
   faces->KVSetEdgeDetectType(EDGE_DETECT_FACE);
   for (const _D3DVECTOR& p : square()) faces->KVAddSeedVertex(&p);
   faces->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 3.0f);
-  run(faces.g, {{Generate, 0, 1, U},
-                {Update, 0, 1, U},
-                {FirstFaceBox, 0, 1, 203},
-                {NextFaceBox, 0, 1, 200223},
-                {NextFaceBox, 0, 1, 20223},
-                {NextFaceBox, 0, 1, 23},
-                {NextFaceBox, 0, 0, U}});
-  // A vertex made without a face outline fails the rebuild.
-  faces->KVSetEdgeDetectType(EDGE_DETECT_BOX);
-  run(faces.g, {{Generate, 0, 1, U}, {SetEdge, 0, 1, U}, {Update, 0, 0, U}});
+  // One box per face; switched to box type and back, a vertex without a face outline fails the rebuild.
+  const Steps perFace = {{Generate, 0, 1, U},         {Update, 0, 1, U},          {FirstFaceBox, 0, 1, 203},
+                         {NextFaceBox, 0, 1, 200223}, {NextFaceBox, 0, 1, 20223}, {NextFaceBox, 0, 1, 23},
+                         {NextFaceBox, 0, 0, U},      {SetEdge, 1, 1, U},         {Generate, 0, 1, U},
+                         {SetEdge, 0, 1, U},          {Update, 0, 0, U}};
+  run(faces.g, perFace);
 }
 
 TEST(CKVGenFaces, HitMarksAndSelectionByNumber) {
-  Gen gen;
-  run(gen.g, {{SetSeedHit, 0, 0, U},
-              {SetGenHit, 0, 0, U},
-              {SetHit, 0, 0, U},
-              {IsSeedHit, 0, 0, U},
-              {ClearHits, 0, 1, U}});
-  for (const _D3DVECTOR& p :
-       {vec(0, 0, 0), vec(1, 0, 0), vec(2, 1, 0), vec(2, 2, 0), vec(1, 3, 0), vec(0, 2, 0)})
-    gen->KVAddSeedVertex(&p);
-  gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
-  gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
+  Gen empty,
+      gen({vec(0, 0, 0), vec(1, 0, 0), vec(2, 1, 0), vec(2, 2, 0), vec(1, 3, 0), vec(0, 2, 0)}, {1, 1});
+  const Steps none = {{SetSeedHit, 0, 0, U}, {UnSetSeedHit, 0, 0, U}, {IsSeedHit, 0, 0, U},
+                      {SetGenHit, 0, 0, U},  {UnSetGenHit, 0, 0, U},  {IsGenHit, 0, 0, U},
+                      {SetHit, 0, 0, U},     {UnSetHit, 0, 0, U},     {IsHit, 0, 0, U},
+                      {SelHit, 1, 0, U},     {ClearHits, 0, 1, U}};
+  run(empty.g, none);
   // Vertex x + 100 z names the plane (z = 1 or 2); the seed's are at z = 0.
   run(gen.g, {{Generate, 0, 1, U},     {IsGenHit, 0, 0, U},    {SetSeedHit, 0, 1, U}, {IsSeedHit, 0, 1, U},
               {FirstP, 0, 1, U},       {SetGenHit, 0, 1, U},   {IsGenHit, 0, 1, U},   {SelV, 2, 1, U},

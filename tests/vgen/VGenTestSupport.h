@@ -191,7 +191,9 @@ struct Step {
   int arg, status, out;
 };
 
-inline void run(CKVGen& g, std::initializer_list<Step> steps) {
+using Steps = std::initializer_list<Step>;
+
+inline void run(CKVGen& g, Steps steps) {
   int i = 0;
   for (const Step& s : steps) {
     int out = U;
