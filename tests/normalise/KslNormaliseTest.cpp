@@ -12,79 +12,72 @@
 namespace {
 
 using namespace kutil::test;
-using Lines = std::vector<std::string>;
 
-class SceneList : public NormaliseTest {
- protected:
-  const char* list(const std::string& text) {
-    writeFile(m_path, text);
-    return m_path.c_str();
-  }
-  TempDir m_dir;
-  std::string m_path = m_dir.file("hall.ksl");
-};
+class SceneList : public NormaliseTest {};
 
-TEST_F(SceneList, ConvertKeepsCommentsNormalisesLineEndsAndPutsAStaleTemporaryInFront) {
-  const std::string home = makeSubDir(m_dir, "kaldo");
-  ASSERT_EQ(KUSetNormalisationVariables("/w", "/w/s", "/p", home.substr(0, home.size() - 1).c_str()), 1);
-  list("# scene list\r\n\r\n" + home + "viewer.exe\r\n/abs/hall.kwq\r\n");
-  EXPECT_EQ(KUIsKSLFileNormalised(m_path.c_str()), 0);
-  ASSERT_EQ(KUConvertKSLToRelative(m_path.c_str()), 1);
-  EXPECT_EQ(readFile(m_path),
-            joinLines({"# scene list", "", "?KALDOHOMEDIR?" + std::string(1, kSep) + "viewer.exe",
-                       "?KALDOKWQDIR?hall.kwq"}));
-  EXPECT_EQ(KUIsKSLFileNormalised(m_path.c_str()), 1);
-  char comment[264];
-  KUGetComment(comment);
-  EXPECT_EQ(comment, m_path);
-
-  list("/abs/a.kwq\n");
-  writeFile(m_path + ".TMP", "old one\nold two\n");
-  ASSERT_EQ(KUConvertKSLToRelative(m_path.c_str()), 1);
-  EXPECT_EQ(readLines(m_path), (Lines{"old one", "old two", "?KALDOKWQDIR?a.kwq"}));
-  EXPECT_FALSE(fileExists(m_path + ".TMP"));
-}
-
-TEST_F(SceneList, DeRelativiseRewritesOnlyListsWithVariables) {
-  const std::string plain = "# plain\r\n/abs/hall.kwq\r\n";  // "\r\n" survives only if not rewritten
-  EXPECT_EQ(KUDeRelativiseKSL(list(plain), "?KALDOKWQDIR?", "/x/"), 1);
-  EXPECT_EQ(readFile(m_path), plain);
-  // A variable the given pair does not resolve still counts as a change.
-  EXPECT_EQ(KUDeRelativiseKSL(list("?KALDOKWQDIR?hall.kwq\r\n"), "?OTHER?", "/x/"), 1);
-  EXPECT_EQ(readFile(m_path), joinLines({"?KALDOKWQDIR?hall.kwq"}));
-  list("?KALDOKWQDIR?hall.kwq\n# ?KALDOKWQDIR?kept.kwq\n?WINDOWSDIR?\\notepad.exe\n?OTHER?x\n");
-  ASSERT_EQ(KUDeRelativiseKSL(m_path.c_str(), "?KALDOKWQDIR?", "/pkg/"), 1);
-  EXPECT_EQ(readLines(m_path),
-            (Lines{"/pkg/hall.kwq", "# ?KALDOKWQDIR?kept.kwq", "C:\\Windows\\notepad.exe", "?OTHER?x"}));
-  EXPECT_FALSE(fileExists(m_path + ".TMP"));
-}
-
-TEST_F(SceneList, EmptyMissingAndLongLists) {
-  EXPECT_EQ(KUDeRelativiseKSL(list(""), "?KALDOKWQDIR?", "/x/"), 0);
-  EXPECT_EQ(KUConvertKSLToRelative(m_path.c_str()), 1);
-  EXPECT_EQ(KUCopyKSLFileParts(m_path.c_str(), dirOf(m_dir).c_str()), 1);
-  EXPECT_EQ(readFile(m_path), "");
-  const std::string gone = m_dir.file("absent.ksl");
-  writeFile(gone + ".TMP", "stale\n");
-  EXPECT_EQ(KUConvertKSLToRelative(gone.c_str()), 0);
-  EXPECT_EQ(KUCopyKSLFileParts(gone.c_str(), dirOf(m_dir).c_str()), 0);
-  EXPECT_FALSE(fileExists(gone));
-  EXPECT_FALSE(fileExists(gone + ".TMP"));
-
-  // Read in pieces: neither has both a directory and a known ending, so both stay.
-  const std::string name = "/" + std::string(300, 'd') + ".kwq";
-  ASSERT_EQ(KUConvertKSLToRelative(list(name + "\n")), 1);
-  EXPECT_EQ(readLines(m_path), (Lines{name.substr(0, 259), name.substr(259)}));
-}
-
-TEST_F(SceneList, CopyPartsGathersFilesAndPointsEveryContentNameIntoThePackage) {
-  const std::string source = makeSubDir(m_dir, "content"), package = makeSubDir(m_dir, "package");
+TEST_F(SceneList, EachOperationRewritesNameLinesByItsOwnRules) {
+  TempDir dir;
+  const std::string list = dir.file("hall.ksl"), source = makeSubDir(dir, "content");
+  const std::string package = makeSubDir(dir, "package"), missing = dir.file("absent.ksl");
   writeFile(source + "hall.kwq", "scene");
-  list("# list\n" + source + "hall.kwq\n" + source + "gone.kwq\n/bin/tool.exe\n?KALDOKWQDIR?v.kwq\n");
-  ASSERT_EQ(KUCopyKSLFileParts(m_path.c_str(), package.c_str()), 1);
+  enum Op { Convert, DeRelativise, Copy };
+  const struct {
+    Op op;
+    const char* variable;  // for DeRelativise, resolved to "/pkg/"
+    std::string before, stale;
+    int status;
+    std::string after;
+    int normalised;
+  } rows[] = {
+      {Convert, "",
+       "# scene list\r\n\r\nC:\\Program Files\\kaldo3d\\kaldo\\viewer.exe\r\nD:\\scenes\\hall.kwq\r\n", "", 1,
+       joinLines({"# scene list", "", "?KALDOHOMEDIR?\\viewer.exe", "?KALDOKWQDIR?hall.kwq"}), 1},
+      {Convert, "", "/abs/a.kwq\n", "old one\nold two\n", 1,
+       "old one\nold two\n" + joinLines({"?KALDOKWQDIR?a.kwq"}), 1},
+      {Convert, "", "", "", 1, "", 0},
+      {DeRelativise, "?KALDOKWQDIR?", "# plain\r\n/abs/hall.kwq\r\n", "", 1, "# plain\r\n/abs/hall.kwq\r\n",
+       0},
+      {DeRelativise, "?OTHER?", "?KALDOKWQDIR?hall.kwq\r\n", "", 1, joinLines({"?KALDOKWQDIR?hall.kwq"}), 1},
+      {DeRelativise, "?KALDOKWQDIR?",
+       "?KALDOKWQDIR?hall.kwq\n# ?KALDOKWQDIR?kept.kwq\n?WINDOWSDIR?\\notepad.exe\n?OTHER?x\n", "", 1,
+       joinLines({"/pkg/hall.kwq", "# ?KALDOKWQDIR?kept.kwq", "C:\\Windows\\notepad.exe", "?OTHER?x"}), 0},
+      {DeRelativise, "?KALDOKWQDIR?", "", "", 0, "", 0},
+      {Copy, "", "", "", 1, "", 0},
+      {Copy, "",
+       "# list\n" + source + "hall.kwq\n" + source + "gone.kwq\n/bin/tool.exe\n?KALDOKWQDIR?v.kwq\n", "", 1,
+       joinLines(
+           {"# list", package + "hall.kwq", package + "gone.kwq", "/bin/tool.exe", "?KALDOKWQDIR?v.kwq"}),
+       1},
+  };
+  for (const auto& r : rows) {
+    SCOPED_TRACE(r.before);
+    writeFile(list, r.before);
+    if (!r.stale.empty()) writeFile(list + ".TMP", r.stale);
+    KUSetComment("before");
+    const int status = r.op == Convert        ? KUConvertKSLToRelative(list.c_str())
+                       : r.op == DeRelativise ? KUDeRelativiseKSL(list.c_str(), r.variable, "/pkg/")
+                                              : KUCopyKSLFileParts(list.c_str(), package.c_str());
+    EXPECT_EQ(status, r.status);
+    EXPECT_EQ(readFile(list), r.after);
+    EXPECT_FALSE(fileExists(list + ".TMP"));
+    char comment[264];
+    KUGetComment(comment);
+    // Names the list for the host's report, or the last file a copy tried.
+    const bool copied = r.op == Copy && !r.before.empty();
+    EXPECT_EQ(comment, r.op == DeRelativise ? "before" : copied ? source + "gone.kwq" : list);
+    EXPECT_EQ(KUIsKSLFileNormalised(list.c_str()), r.normalised);
+  }
   EXPECT_EQ(readFile(package + "hall.kwq"), "scene");
-  EXPECT_EQ(readLines(m_path), (Lines{"# list", package + "hall.kwq", package + "gone.kwq", "/bin/tool.exe",
-                                      "?KALDOKWQDIR?v.kwq"}));
+
+  writeFile(missing + ".TMP", "stale\n");
+  EXPECT_EQ((std::vector<int>{
+                KUConvertKSLToRelative(missing.c_str()), KUDeRelativiseKSL(missing.c_str(), "?A?", "/"),
+                KUCopyKSLFileParts(missing.c_str(), package.c_str()), KUIsKSLFileNormalised(missing.c_str()),
+                KUConvertKSLToRelative(""), KUDeRelativiseKSL("", "?A?", "/"), KUCopyKSLFileParts("", "/"),
+                KUCopyKSLFileParts("?KALDOKWQDIR?x.ksl", "/"), KUIsKSLFileNormalised("")}),
+            (std::vector<int>{0, 0, 0, 0, 1, 1, 1, 1, 0}));
+  EXPECT_FALSE(fileExists(missing));
+  EXPECT_FALSE(fileExists(missing + ".TMP"));
 }
 
 }  // namespace

@@ -17,6 +17,7 @@ namespace {
 
 using namespace kutil::test;
 using Texts = std::vector<std::string>;
+using Ints = std::vector<int>;
 
 std::string comment() {
   char text[264] = "";
@@ -34,64 +35,41 @@ class BehaviourFile : public NormaliseTest {
 };
 
 TEST_F(BehaviourFile, ConvertRelativisesFileActionsButNeverCallOrPing) {
-  const std::string c = makeSubDir(m_dir, "content"), home = makeSubDir(m_dir, "kaldo");
-  ASSERT_EQ(KUSetNormalisationVariables("/w", "/w/s", "/p", home.substr(0, home.size() - 1).c_str()), 1);
-  const std::pair<const char*, std::string> rows[] = {
-      {"select REPLACE", c + "box.kwq"},       {"open PLAY", c + "bump.wav"},
-      {"collide RUN", home + "tool.exe"},      {"copy GOTO", c + "hall.kwq"},
-      {"cut PLAYBACK", c + "walk.kiq"},        {"delete USERGOTO", c + "x.kwq"},
-      {"ping CALL", c + "spin.wav"},           {"property PING", c + "obj.kwq"},
-      {"impact LOAD", "?KALDOKWQDIR?done.kwq"}};
+  const std::string c = makeSubDir(m_dir, "content");
+  // Names with a directory or a variable are taken as they are, the others are in c.
+  const char* rows[] = {
+      "select REPLACE box.kwq", "open PLAY bump.wav",    "collide RUN C:\\Windows\\t.exe",
+      "copy GOTO hall.kwq",     "cut PLAYBACK walk.kiq", "delete USERGOTO x.kwq",
+      "ping CALL spin.wav",     "property PING obj.kwq", "impact LOAD ?KALDOKWQDIR?done.kwq",
+      "select LOAD gone.ksf"};
   std::string text;
-  for (const auto& [action, name] : rows) text += "ON " + std::string(action) + " \"" + name + "\"\n";
+  for (const std::string row : rows) {
+    const std::size_t name = row.rfind(' ') + 1;
+    const bool bare = row.find_first_of(":?", name) == std::string::npos;
+    text += "ON " + row.substr(0, name) + "\"" + (bare ? c : "") + row.substr(name) + "\"\n";
+  }
   const std::string path = kvc("door.kvc", text);
-  ASSERT_EQ(KUConvertKCVToRelative(path.c_str()), 1);
-  EXPECT_EQ(rowTexts(path), (Texts{"?KALDOKWQDIR?box.kwq", "?KALDOKWQDIR?bump.wav",
-                                   "?KALDOHOMEDIR?" + std::string(1, kSep) + "tool.exe",
-                                   "?KALDOKWQDIR?hall.kwq", "?KALDOKWQDIR?walk.kiq", "?KALDOKWQDIR?x.kwq",
-                                   c + "spin.wav", c + "obj.kwq", "?KALDOKWQDIR?done.kwq"}));
-  EXPECT_EQ(comment(), path);
+  EXPECT_EQ((Ints{KUConvertKCVToRelative(path.c_str()), KUIsKCVFileNormalised(path.c_str())}), (Ints{1, 1}));
+  EXPECT_EQ(rowTexts(path),
+            (Texts{"?KALDOKWQDIR?box.kwq", "?KALDOKWQDIR?bump.wav", "?WINDOWSDIR?\\t.exe",
+                   "?KALDOKWQDIR?hall.kwq", "?KALDOKWQDIR?walk.kiq", "?KALDOKWQDIR?x.kwq", c + "spin.wav",
+                   c + "obj.kwq", "?KALDOKWQDIR?done.kwq", "?KALDOKWQDIR?gone.ksf"}));
+  EXPECT_EQ(comment(), c + "gone.ksf");  // the shape is converted first and names itself
   EXPECT_FALSE(fileExists(path + ".TMP"));
-}
-
-TEST_F(BehaviourFile, NamesThatWouldNotFitTheRowStayAsTheyAre) {
-  ASSERT_EQ(KUSetNormalisationVariables("/w", "/w/s", "/p", "/p/k"), 1);
-  const std::string longName = "/p/" + std::string(250, 'x') + ".exe";  // the variable adds 14 characters
-  CKDecide table;
-  table.DEInitialise();
-  for (const std::string& text : {longName, std::string("/p/tool.exe")}) {
-    CKActionRow* row = new CKActionRow();
-    row->ARSetRowType(KAR_ROW_ON);
-    row->ARSetEvent(KAR_EVENT_SELECT);
-    row->ARSetAction(KAR_ACTION_RUN);
-    row->ARSetTextData(text.c_str());
-    table.DEAddActionRow(row);
-  }
-  ASSERT_EQ(KURelativiseKCV(&table), 1);
-  Texts texts;
-  CKActionRow* row = nullptr;
-  for (int ok = table.DESelectFirstActionRow(&row); ok; ok = table.DESelectNextActionRow(&row)) {
-    char text[KAR_TEXTDATA_LEN + 1] = "";
-    row->ARGetTextData(text);
-    texts.push_back(text);
-  }
-  EXPECT_EQ(texts, (Texts{longName, "?WINDOWSPROGDIR?/tool.exe"}));
+  CKDecide empty;
+  empty.DEInitialise();
+  EXPECT_EQ(
+      (Ints{KURelativiseKCV(&empty), KURelativiseKCV(nullptr), KUConvertKCVToRelative("?KALDOKWQDIR?x.kvc"),
+            KUConvertKCVToRelative(""), KUIsKCVFileNormalised(kvc("none.kvc", "# no rows\n").c_str())}),
+      (Ints{0, 0, 1, 1, 0}));
 }
 
 TEST_F(BehaviourFile, CyclesEndAndTheLastNestedConversionDecides) {
   const std::string a = m_dir.file("a.kvc"), b = m_dir.file("b.kvc"), gone = m_dir.file("gone.kvc");
-  writeFile(a, "ON select LOAD \"" + b + "\"\n");
-  writeFile(b, "ON select LOAD \"" + a + "\" ON open PLAY \"" + m_dir.file("s.wav") + "\"\n");
-  ASSERT_EQ(KUConvertKCVToRelative(a.c_str()), 1);
-  EXPECT_EQ(rowTexts(a), (Texts{"?KALDOKWQDIR?b.kvc"}));
-  EXPECT_EQ(rowTexts(b), (Texts{"?KALDOKWQDIR?a.kvc", "?KALDOKWQDIR?s.wav"}));
-  EXPECT_EQ(KUIsKCVFileNormalised(a.c_str()), 1);
   // CALL texts stay, so neither file ever counts as normalised; the chain ends all the same.
   writeFile(a, "ON select CALL \"" + b + "\"\n");
   writeFile(b, "ON select CALL \"" + a + "\"\n");
-  EXPECT_EQ(KUConvertKCVToRelative(a.c_str()), 1);
-  EXPECT_EQ(KUIsKCVFileNormalised(a.c_str()), 0);
-
+  EXPECT_EQ((Ints{KUConvertKCVToRelative(a.c_str()), KUIsKCVFileNormalised(a.c_str())}), (Ints{1, 0}));
   // A missing nested file fails the conversion after the outer file is rewritten.
   writeFile(a, "ON select LOAD \"" + gone + "\"\n");
   EXPECT_EQ(KUConvertKCVToRelative(a.c_str()), 0);
@@ -111,36 +89,39 @@ TEST_F(BehaviourFile, FilesThatDoNotLoadOrStoreAreKeptAsTheyWere) {
   const std::string variable = "ON select PLAY \"?KALDOKWQDIR?a.wav\"\nON bump STOP\n";
   const std::string first = kvc("first.kvc", unstorable), second = kvc("second.kvc", unloadable);
   const std::string third = kvc("third.kvc", variable);
-  EXPECT_EQ(KUConvertKCVToRelative(first.c_str()), 0);
-  EXPECT_EQ(KUConvertKCVToRelative(second.c_str()), 0);
-  EXPECT_EQ(KUDeRelativiseKCV(third.c_str()), 0);
-  EXPECT_EQ(KUCopyKCVFileParts(second.c_str()), 0);
-  EXPECT_EQ(readFile(first), unstorable);
-  EXPECT_EQ(readFile(second), unloadable);
-  EXPECT_EQ(readFile(third), variable);
+  EXPECT_EQ(
+      (Ints{KUConvertKCVToRelative(first.c_str()), KUConvertKCVToRelative(second.c_str()),
+            KUDeRelativiseKCV(third.c_str()), KUCopyKCVFileParts(second.c_str()), KUDeRelativiseKCV("")}),
+      (Ints{0, 0, 0, 0, 0}));
+  EXPECT_EQ(comment(), second);  // the last file that failed
+  EXPECT_EQ((Texts{readFile(first), readFile(second), readFile(third)}),
+            (Texts{unstorable, unloadable, variable}));
   EXPECT_FALSE(fileExists(first + ".TMP"));
-  EXPECT_EQ(KUIsKCVFileNormalised(kvc("empty.kvc", "# no rows\n").c_str()), 0);
-  EXPECT_EQ(KUConvertKCVToRelative("?KALDOKWQDIR?x.kvc"), 1);  // nothing to do
 }
 
 TEST_F(BehaviourFile, DeRelativiseUsesTheFilesOwnDirectoryAndLeavesPlainFilesAlone) {
-  const std::string path = kvc("door.kvc",
-                               "ON select PLAY \"?KALDOKWQDIR?bump.wav\"\n"
-                               "ON open RUN \"?WINDOWSDIR?\\notepad.exe\"\nON ping CALL spin\n");
+  const std::string dir = m_dir.path() + kSep, shape = m_dir.file("box.ksf");
+  writeShape(shape, "?KALDOKWQDIR?wood.bmp", "", "?WINDOWSDIR?\\w.bmp");
+  const std::string path =
+      kvc("door.kvc",
+          "ON select PLAY \"?KALDOKWQDIR?bump.wav\"\nON open RUN \"?WINDOWSDIR?\\notepad.exe\"\n"
+          "ON ping CALL spin\nON copy REPLACE \"" +
+              shape + "\"\n");
   ASSERT_EQ(KUDeRelativiseKCV(path.c_str()), 1);
-  EXPECT_EQ(rowTexts(path), (Texts{m_dir.file("bump.wav"), "C:\\Windows\\notepad.exe", "spin"}));
+  EXPECT_EQ(rowTexts(path), (Texts{dir + "bump.wav", "C:\\Windows\\notepad.exe", "spin", shape}));
+  EXPECT_EQ(shapeTextures(shape), (Texts{dir + "wood.bmp", "", "C:\\Windows\\w.bmp"}));  // the shape's too
   const std::string plain = "# keep me\nON select PLAY \"/a/b.wav\"\n";
   EXPECT_EQ(KUDeRelativiseKCV(kvc("plain.kvc", plain).c_str()), 1);
   EXPECT_EQ(readFile(m_dir.file("plain.kvc")), plain);
-
-  // A shape file: 0 once nothing is left to change, and then it is not rewritten.
-  const std::string shape = m_dir.file("box.ksf"), dir = m_dir.path() + kSep;
-  writeShape(shape, "?KALDOKWQDIR?wood.bmp", "", "?WINDOWSDIR?\\w.bmp");
-  ASSERT_EQ(KUDeRelativiseKSF(dir.c_str(), shape.c_str()), 1);
-  EXPECT_EQ(shapeTextures(shape), (Texts{dir + "wood.bmp", "", "C:\\Windows\\w.bmp"}));
+  // The shape: 0 once nothing is left to change, and then it is not rewritten.
   const std::string saved = readFile(shape);
-  EXPECT_EQ(KUDeRelativiseKSF(dir.c_str(), shape.c_str()), 0);
+  EXPECT_EQ((Ints{KUDeRelativiseKSF(dir.c_str(), shape.c_str()), KUDeRelativiseKSF(dir.c_str(), "")}),
+            (Ints{0, 0}));
   EXPECT_EQ(readFile(shape), saved);
+  CKDecide empty;
+  empty.DEInitialise();
+  EXPECT_EQ((Ints{KUDeRelativiseKCV(dir.c_str(), &empty), KUDeRelativiseKCV(dir.c_str(), nullptr)}),
+            (Ints{0, 0}));
 }
 
 TEST_F(BehaviourFile, GatheringTwiceRecopiesFilesButNotBehaviourFiles) {
@@ -151,20 +132,19 @@ TEST_F(BehaviourFile, GatheringTwiceRecopiesFilesButNotBehaviourFiles) {
   writeFile(target + "d.wav", "already here");
   const std::string path =
       kvc("door.kvc", "ON select PLAY \"" + source + "a.wav\"\nON open LOAD \"" + source +
-                          "b.kvc\"\nON copy PLAY \"" + source + "missing.wav\"\n" + "ON cut PLAY \"" +
-                          target + "d.wav\"\nON ping CALL spin\n");
+                          "b.kvc\"\nON copy PLAY \"" + source + "missing.wav\"\nON cut PLAY \"" + target +
+                          "d.wav\"\nON ping CALL spin\n");
   auto gather = [&](const std::string& into) {
     CKDecide table;
     table.DEInitialise();
-    ASSERT_EQ(table.DELoadFromFile(path.c_str()), 1);
-    ASSERT_EQ(KUCopyKCVForNormalise(into.c_str(), &table), 1);
-    ASSERT_EQ(table.DEStoreToFile(m_dir.file("out.kvc").c_str()), 1);
+    EXPECT_EQ((Ints{table.DELoadFromFile(path.c_str()), KUCopyKCVForNormalise(into.c_str(), &table),
+                    table.DEStoreToFile(m_dir.file("out.kvc").c_str())}),
+              (Ints{1, 1, 1}));
   };
   gather(target);
   EXPECT_EQ(rowTexts(m_dir.file("out.kvc")),
             (Texts{target + "a.wav", target + "b.kvc", source + "missing.wav", target + "d.wav", "spin"}));
-  EXPECT_EQ(readFile(target + "c.wav"), "c1");
-  EXPECT_EQ(readFile(target + "d.wav"), "already here");  // copied onto itself, not emptied
+  EXPECT_EQ((Texts{readFile(target + "c.wav"), readFile(target + "d.wav")}), (Texts{"c1", "already here"}));
   EXPECT_EQ(rowTexts(target + "b.kvc"), (Texts{target + "c.wav"}));
   writeFile(source + "a.wav", "a2");
   writeFile(source + "b.kvc", "ON select PLAY \"" + source + "other.wav\"\n");
@@ -174,6 +154,9 @@ TEST_F(BehaviourFile, GatheringTwiceRecopiesFilesButNotBehaviourFiles) {
   // Into a missing directory: nothing copies, and the comment names the behaviour file it tried.
   gather(target + "nowhere" + kSep);
   EXPECT_EQ(comment(), target + "nowhere" + kSep + "b.kvc");
+  CKDecide empty;
+  empty.DEInitialise();
+  EXPECT_EQ((Ints{KUCopyKCVForNormalise(target.c_str(), &empty), KUCopyKCVFileParts("")}), (Ints{0, 1}));
 
   // A file named without a directory gathers into the working directory.
   const std::filesystem::path before = std::filesystem::current_path();

@@ -5,6 +5,7 @@
 // must leave it whole and in place (the same file, not a rewritten copy).
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 
 #include "KDecide.h"
@@ -17,104 +18,54 @@ namespace {
 
 using namespace kutil::test;
 
-class SameFile : public NormaliseTest {
- protected:
-  void SetUp() override {
-    NormaliseTest::SetUp();
-    m_dir = m_root.file("content");
-    makeSubDir(m_root, "content");
-    makeSubDir(m_root, "scratch");
-  }
+class SameFile : public NormaliseTest {};
 
-  // Writes dir/name with its own content and returns its plain path.
-  std::string make(const std::string& name) {
-    const std::string path = m_dir + kSep + name;
-    writeFile(path, "content of " + name);
-    return path;
-  }
-
-  // The file is still there with its content, and a hard link made before the
-  // copy (when the system allows one) still reaches it: it was not replaced.
-  void expectIntact(const std::string& name, const Spelling& how) {
-    const std::string path = m_dir + kSep + name;
-    EXPECT_EQ(readFile(path), "content of " + name) << how.how << ": " << how.path;
-    if (how.how == "a hard link") {
-      EXPECT_TRUE(sameFile(path, how.path)) << "replaced, not left alone";
+TEST_F(SameFile, EveryGatheringPathLeavesAFileThatIsItsOwnTargetWhole) {
+  TempDir root;
+  const std::string dir = makeSubDir(root, "content"),
+                    scratch = (makeSubDir(root, "scratch"), root.file("scratch"));
+  const std::string list = dir + "hall.ksl", animation = dir + "sky.anb", shape = dir + "door.ksf";
+  const std::string behaviour = dir + "door.kvc";
+  // Each path writes the spelling into its container, gathers into dir and reads the name back.
+  std::string spelling;
+  char copied[264] = "";
+  const struct {
+    const char* file;
+    std::function<void(const std::string&)> write;
+    std::function<int()> gather;
+    std::function<std::string()> read;
+  } paths[] = {
+      {"wood.bmp", [&](const std::string& s) { spelling = s; },
+       [&] { return KUCopyToTarget(spelling.c_str(), dir.c_str(), copied); }, [&] { return copied; }},
+      {"hall.kwq", [&](const std::string& s) { writeFile(list, s + "\n"); },
+       [&] { return KUCopyKSLFileParts(list.c_str(), dir.c_str()); }, [&] { return readLines(list).at(0); }},
+      {"cloud.bmp", [&](const std::string& s) { writeFile(animation, s + "\n"); },
+       [&] { return KUCopyANBFileParts(animation.c_str(), dir.c_str()); },
+       [&] { return readLines(animation).at(0); }},
+      {"oak.bmp", [&](const std::string& s) { writeShape(shape, s, "", ""); },
+       [&] { return KUCopyKSFFileParts(shape.c_str(), dir.c_str()); },
+       [&] { return shapeTextures(shape)[0]; }},
+      {"creak.wav", [&](const std::string& s) { writeFile(behaviour, "ON open PLAY \"" + s + "\"\n"); },
+       [&] { return KUCopyKCVFileParts(behaviour.c_str()); }, [&] { return rowTexts(behaviour).at(0); }},
+  };
+  for (const auto& p : paths) {
+    const std::string file = p.file;
+    writeFile(dir + file, "content of " + file);
+    for (const Spelling& s : sameFileSpellings(root.file("content"), file, scratch)) {
+      SCOPED_TRACE(s.how + ": " + s.path);
+      p.write(s.path);
+      EXPECT_EQ(p.gather(), 1);
+      EXPECT_EQ(p.read(), dir + file);
+      EXPECT_EQ(readFile(dir + file), "content of " + file);
+      // A hard link made before the copy still reaches the file: it was not replaced.
+      EXPECT_TRUE(s.how != "a hard link" || sameFile(dir + file, s.path));
     }
   }
-
-  std::vector<Spelling> spellings(const std::string& name) {
-    return sameFileSpellings(m_dir, name, m_root.file("scratch"));
-  }
-
-  std::string target() const { return m_dir + kSep; }
-
-  TempDir m_root;
-  std::string m_dir;
-};
-
-TEST_F(SameFile, CopyToTargetFindsTheFileAlreadyThere) {
-  make("wood.bmp");
-  for (const Spelling& s : spellings("wood.bmp")) {
-    char out[264] = "";
-    EXPECT_EQ(KUCopyToTarget(s.path.c_str(), target().c_str(), out), 1) << s.how;
-    EXPECT_EQ(std::string(out), target() + "wood.bmp");
-    expectIntact("wood.bmp", s);
-  }
-}
-
-TEST_F(SameFile, SkyBoxFacesAreNotCopiedOntoThemselves) {
-  for (const char* face : {"fw", "rh", "bk", "lf", "up", "dn"}) make(std::string("sky_") + face + ".bmp");
-  for (const Spelling& s : spellings("sky_fw.bmp")) {
-    EXPECT_EQ(KUCopySkyBoxFaces(s.path.c_str(), (target() + "sky_fw.bmp").c_str()), 1) << s.how;
-    for (const char* face : {"fw", "rh", "bk", "lf", "up", "dn"}) {
-      const std::string name = std::string("sky_") + face + ".bmp";
-      EXPECT_EQ(readFile(target() + name), "content of " + name) << s.how;
-    }
-  }
-}
-
-TEST_F(SameFile, SceneListGatheredIntoItsOwnFolder) {
-  make("hall.kwq");
-  for (const Spelling& s : spellings("hall.kwq")) {
-    const std::string list = target() + "hall.ksl";
-    writeFile(list, s.path + "\n");
-    EXPECT_EQ(KUCopyKSLFileParts(list.c_str(), target().c_str()), 1) << s.how;
-    EXPECT_EQ(readLines(list), std::vector<std::string>{target() + "hall.kwq"}) << s.how;
-    expectIntact("hall.kwq", s);
-  }
-}
-
-TEST_F(SameFile, AnimationGatheredIntoItsOwnFolder) {
-  make("cloud.bmp");
-  for (const Spelling& s : spellings("cloud.bmp")) {
-    const std::string animation = target() + "sky.anb";
-    writeFile(animation, s.path + "\n");
-    EXPECT_EQ(KUCopyANBFileParts(animation.c_str(), target().c_str()), 1) << s.how;
-    EXPECT_EQ(readLines(animation), std::vector<std::string>{target() + "cloud.bmp"}) << s.how;
-    expectIntact("cloud.bmp", s);
-  }
-}
-
-TEST_F(SameFile, ShapeGatheredIntoItsOwnFolder) {
-  make("oak.bmp");
-  for (const Spelling& s : spellings("oak.bmp")) {
-    const std::string shape = target() + "door.ksf";
-    writeShape(shape, s.path, "", "");
-    EXPECT_EQ(KUCopyKSFFileParts(shape.c_str(), target().c_str()), 1) << s.how;
-    EXPECT_EQ(shapeTextures(shape)[0], target() + "oak.bmp") << s.how;
-    expectIntact("oak.bmp", s);
-  }
-}
-
-TEST_F(SameFile, BehaviourGatheredIntoItsOwnFolder) {
-  make("creak.wav");
-  for (const Spelling& s : spellings("creak.wav")) {
-    const std::string behaviour = target() + "door.kvc";
-    writeFile(behaviour, "ON open PLAY \"" + s.path + "\"\n");
-    EXPECT_EQ(KUCopyKCVFileParts(behaviour.c_str()), 1) << s.how;
-    EXPECT_EQ(rowTexts(behaviour), std::vector<std::string>{target() + "creak.wav"}) << s.how;
-    expectIntact("creak.wav", s);
+  for (const char* face : {"fw", "rh", "bk", "lf", "up", "dn"}) writeFile(dir + "sky_" + face + ".bmp", face);
+  for (const Spelling& s : sameFileSpellings(root.file("content"), "sky_fw.bmp", scratch)) {
+    EXPECT_EQ(KUCopySkyBoxFaces(s.path.c_str(), (dir + "sky_fw.bmp").c_str()), 1) << s.how;
+    for (const char* face : {"fw", "rh", "bk", "lf", "up", "dn"})
+      EXPECT_EQ(readFile(dir + "sky_" + face + ".bmp"), face) << s.how;
   }
 }
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
 // Reference tessellation, written to follow the method step by step with no
-// shortcut: plain segment records, marks, and a full re-count of every chord's
-// crossings after each removal. Its geometry (the chord probe, the outside
-// point and the footprint's crossing tests) is the library's own, so that a
+// shortcut: plain segment records, marks, the footprint's own crossing test on
+// every pair, and a full re-count of every chord's crossings after each removal.
+// Only the laid footprint and its outside point are the library's, so that a
 // difference from the library's engine can only come from the algorithm.
 #include "LiteralTessellation.h"
 
@@ -20,22 +20,16 @@ namespace kutil::test {
 namespace {
 
 struct Segment {
-  int first = -1;
-  int second = -1;
-  int boundary = 0;
-  int removed = 0;
-  int mark = -1;
-  int crossings = -1;
+  int first, second, boundary, removed = 0, mark = -1, crossings = -1;
 };
 
-bool shareEnd(const Segment& a, const Segment& b) {
-  return a.first == b.first || a.first == b.second || a.second == b.first || a.second == b.second;
-}
-
 bool hasEnd(const Segment& s, int v) { return s.first == v || s.second == v; }
+bool shareEnd(const Segment& a, const Segment& b) { return hasEnd(b, a.first) || hasEnd(b, a.second); }
 
-_D3DVECTOR vec(double x, double y, double z) {
-  return _D3DVECTOR{static_cast<float>(x), static_cast<float>(y), static_cast<float>(z)};
+_D3DVECTOR vec(double x, double y) { return _D3DVECTOR{float(x), float(y), 0.0f}; }
+
+_D3DVECTOR along(const _D3DVECTOR& p, const _D3DVECTOR& d, double f) {
+  return _D3DVECTOR{float(p.x + f * d.x), float(p.y + f * d.y), float(p.z + f * d.z)};
 }
 
 }  // namespace
@@ -46,224 +40,169 @@ int literalTessellate(const std::vector<_D3DVECTOR>& seed, std::vector<Triple>* 
   if (n == 0) return 0;
   std::vector<_D3DVECTOR> laid;
   for (const _D3DVECTOR& v : seed) laid.push_back(kutil::detail::layOnFloor(v));
-  auto at = [&](int i) -> const _D3DVECTOR* { return &laid[static_cast<std::size_t>(i)]; };
-
-  // 1. The working footprint: the laid seed.
   CKFootPrint fp;
   fp.FPInitialise();
   kutil::detail::fillLaidFootPrint(fp, seed);
+  auto cross = [&](const Segment& a, const Segment& b) {
+    return fp.FPDoLinesCross(&laid[a.first], &laid[a.second], &laid[b.first], &laid[b.second]) != 0;
+  };
 
-  // 2. Candidate segments.
+  // Candidates: the polygon edges, and the chords whose middle 98 % crosses no edge and whose
+  // midpoint is not on the outside point's side.
   const _D3DVECTOR reference = kutil::detail::outsideReference(fp);
   std::vector<Segment> segs;
   for (int i = 0; i < n; ++i) {
     for (int j = i + 1; j < n; ++j) {
-      Segment s;
-      s.first = i;
-      s.second = j;
-      if (j == i + 1 || (i == 0 && j == n - 1)) {
-        s.boundary = 1;
-      } else {
-        _D3DVECTOR start, step, mid;
-        kutil::detail::chordProbe(*at(i), *at(j), &start, &step, &mid);
-        if (fp.FPIsBoundaryCrossedNoMargin(&start, &step)) continue;
-        if (fp.FPPointsAreOnTheSameSide(&reference, &mid) != 0) continue;
+      const int boundary = j == i + 1 || (i == 0 && j == n - 1);
+      if (!boundary) {
+        const _D3DVECTOR& p = laid[i];
+        const _D3DVECTOR d = {laid[j].x - p.x, laid[j].y - p.y, laid[j].z - p.z};
+        _D3DVECTOR start = along(p, d, 0.01),
+                   step = {float(0.98 * d.x), float(0.98 * d.y), float(0.98 * d.z)};
+        _D3DVECTOR mid = along(p, d, 0.5);
+        if (fp.FPIsBoundaryCrossedNoMargin(&start, &step) || fp.FPPointsAreOnTheSameSide(&reference, &mid))
+          continue;
       }
-      segs.push_back(s);
+      segs.push_back({i, j, boundary});
     }
   }
-
-  // 3. Self-crossing outline.
-  for (std::size_t a = 0; a < segs.size(); ++a) {
-    if (!segs[a].boundary) continue;
-    for (std::size_t b = a + 1; b < segs.size(); ++b) {
-      if (!segs[b].boundary || shareEnd(segs[a], segs[b])) continue;
-      if (fp.FPDoLinesCross(at(segs[a].first), at(segs[a].second), at(segs[b].first), at(segs[b].second))) {
+  for (std::size_t a = 0; a < segs.size(); ++a)
+    for (std::size_t b = a + 1; b < segs.size(); ++b)
+      if (segs[a].boundary && segs[b].boundary && !shareEnd(segs[a], segs[b]) && cross(segs[a], segs[b])) {
         fp.FPTerminate();
-        return 0;
+        return 0;  // the outline crosses itself
       }
-    }
-  }
 
-  // 4. Greedy removal, re-counting everything on every pass.
-  int maximum = 0;
-  for (;;) {
-    for (Segment& s : segs) s.crossings = -1;
+  // Greedy removal, re-counting everything on every pass.
+  for (int maximum = 0;;) {
     for (Segment& s : segs) {
+      s.crossings = -1;
       if (s.removed || s.boundary) continue;
-      int count = 0;
-      for (const Segment& t : segs) {
-        if (&t == &s || t.removed || t.boundary || shareEnd(s, t)) continue;
-        // The library's chord-crossing test (the footprint's), on freshly made lines.
-        kutil::detail::TessLine ls, lt;
-        kutil::detail::prepareTessLine(fp, *at(s.first), *at(s.second), s.first, s.second, &ls);
-        kutil::detail::prepareTessLine(fp, *at(t.first), *at(t.second), t.first, t.second, &lt);
-        int kind = 0;
-        if (kutil::detail::tessLinesCross(fp, ls, lt, &kind)) ++count;
-      }
-      s.crossings = count;
+      s.crossings = 0;
+      for (const Segment& t : segs)
+        if (&t != &s && !t.removed && !t.boundary && !shareEnd(s, t) && cross(s, t)) ++s.crossings;
     }
-    int best = -1;
-    for (const Segment& s : segs) {
-      if (s.crossings != -1 && s.crossings > best) best = s.crossings;
-    }
-    if (best != -1) maximum = best;
-    if (maximum < 1) break;
+    for (const Segment& s : segs)
+      maximum = s.crossings != -1 && s.crossings > maximum ? s.crossings : maximum;
     Segment* victim = nullptr;
     for (Segment& s : segs) {
-      if (s.crossings == maximum) {
-        victim = &s;
-        break;
-      }
+      if (s.crossings == maximum && victim == nullptr) victim = &s;
     }
-    if (victim == nullptr) break;  // cannot happen: the chord it crossed is still live
+    if (maximum < 1 || victim == nullptr) break;
     victim->removed = 1;
+    maximum = 0;
   }
 
-  // 5. Triangles read off by spokes.
+  // Triangles read off by spokes.
   bool anyTwo = false;
   for (int v = 0; v <= n; ++v) {
-    for (Segment& s : segs)
-      if (s.mark == 0) s.mark = -1;
     int spokes = 0;
     for (Segment& s : segs) {
-      if (!s.removed && hasEnd(s, v)) {
-        s.mark = 0;
-        ++spokes;
-      }
+      s.mark = !s.removed && hasEnd(s, v) ? 0 : s.mark == 0 ? -1 : s.mark;
+      spokes += s.mark == 0;
     }
     if (spokes < 2) break;
     anyTwo = true;
     for (const Segment& c : segs) {
       if (c.mark != 0) continue;
-      for (Segment& s : segs)
-        if (s.mark == 1) s.mark = -1;
       for (Segment& s : segs) {
+        if (s.mark == 1) s.mark = -1;
         if (s.removed || s.mark == 0 || !shareEnd(s, c)) continue;
-        for (const Segment& t : segs) {
-          if (t.mark == 0 && &t != &c && shareEnd(s, t)) {
-            s.mark = 1;
-            break;
-          }
-        }
+        for (const Segment& t : segs)
+          if (t.mark == 0 && &t != &c && shareEnd(s, t)) s.mark = 1;
       }
       for (const Segment& s : segs) {
         if (s.mark != 1) continue;
         Triple t = {s.first, s.second, hasEnd(s, c.first) ? c.second : c.first};
         std::sort(t.begin(), t.end());
-        triangles->push_back(t);
+        if (std::find(triangles->begin(), triangles->end(), t) == triangles->end()) triangles->push_back(t);
       }
     }
   }
   fp.FPTerminate();
-  if (!anyTwo) {
-    triangles->clear();
-    return 0;
-  }
-
-  // 6. Duplicates removed, first copies kept.
-  for (std::size_t i = 0; i < triangles->size(); ++i) {
-    for (std::size_t k = i + 1; k < triangles->size();) {
-      if ((*triangles)[k] == (*triangles)[i]) {
-        triangles->erase(triangles->begin() + static_cast<std::ptrdiff_t>(k));
-      } else {
-        ++k;
-      }
-    }
-  }
+  if (!anyTwo) triangles->clear();
   return triangles->empty() ? 0 : 1;
 }
 
+namespace {
+// n ascending random angles in [0, 2 pi).
+std::vector<double> sortedAngles(std::mt19937& rng, int n) {
+  std::uniform_real_distribution<double> angle(0.0, 6.283185307179586);
+  std::vector<double> out;
+  for (int k = 0; k < n; ++k) out.push_back(angle(rng));
+  std::sort(out.begin(), out.end());
+  return out;
+}
+
+// The closed outline through the corners, each edge split into parts.
+std::vector<_D3DVECTOR> splitOutline(const std::vector<std::pair<double, double>>& corners, int parts) {
+  std::vector<_D3DVECTOR> out;
+  for (std::size_t c = 0; c < corners.size(); ++c) {
+    const auto& p = corners[c];
+    const auto& q = corners[(c + 1) % corners.size()];
+    for (int k = 0; k < parts; ++k) {
+      const double f = double(k) / parts;
+      out.push_back(vec(p.first + f * (q.first - p.first), p.second + f * (q.second - p.second)));
+    }
+  }
+  return out;
+}
+}  // namespace
+
 std::vector<_D3DVECTOR> convexSeed(int n, float radius, double phase) {
   std::vector<_D3DVECTOR> out;
-  const double pi = 3.14159265358979323846;
   for (int k = 0; k < n; ++k) {
-    const double a = phase + 2.0 * pi * k / n;
-    out.push_back(vec(radius * std::cos(a), radius * std::sin(a), 0.0));
+    const double a = phase + 2.0 * 3.14159265358979323846 * k / n;
+    out.push_back(vec(radius * std::cos(a), radius * std::sin(a)));
   }
   return out;
 }
 
 std::vector<_D3DVECTOR> jitteredConvexSeed(int n, std::uint32_t seed) {
   std::mt19937 rng(seed);
-  std::uniform_real_distribution<double> angle(0.0, 6.283185307179586);
-  std::vector<double> angles;
-  for (int k = 0; k < n; ++k) angles.push_back(angle(rng));
-  std::sort(angles.begin(), angles.end());
   std::vector<_D3DVECTOR> out;
-  for (double a : angles) out.push_back(vec(12.0 * std::cos(a) + 3.0, 7.0 * std::sin(a) - 2.0, 0.0));
+  for (double a : sortedAngles(rng, n)) out.push_back(vec(12.0 * std::cos(a) + 3.0, 7.0 * std::sin(a) - 2.0));
   return out;
 }
 
 std::vector<_D3DVECTOR> starSeed(int points, float outer, float inner) {
   std::vector<_D3DVECTOR> out;
-  const double pi = 3.14159265358979323846;
   for (int k = 0; k < 2 * points; ++k) {
-    const double a = pi * k / points + 0.1;
-    const double r = (k % 2 == 0) ? outer : inner;
-    out.push_back(vec(r * std::cos(a), r * std::sin(a), 0.0));
+    const double a = 3.14159265358979323846 * k / points + 0.1, r = k % 2 == 0 ? outer : inner;
+    out.push_back(vec(r * std::cos(a), r * std::sin(a)));
   }
   return out;
 }
 
 std::vector<_D3DVECTOR> lShapeSeed(float w, float h, float t, int parts) {
-  const float corners[6][2] = {{0, 0}, {w, 0}, {w, t}, {t, t}, {t, h}, {0, h}};
-  std::vector<_D3DVECTOR> out;
-  for (int c = 0; c < 6; ++c) {
-    const float* p = corners[c];
-    const float* q = corners[(c + 1) % 6];
-    for (int k = 0; k < parts; ++k) {
-      const double f = static_cast<double>(k) / parts;
-      out.push_back(vec(p[0] + f * (q[0] - p[0]), p[1] + f * (q[1] - p[1]), 0.0));
-    }
-  }
-  return out;
+  return splitOutline({{0, 0}, {w, 0}, {w, t}, {t, t}, {t, h}, {0, h}}, parts);
 }
 
 std::vector<_D3DVECTOR> combSeed(int teeth) {
   // Bar from y = 0 to 2, teeth of width 1 and height 4 with gaps of 1.
-  std::vector<_D3DVECTOR> out;
-  const double width = 2.0 * teeth - 1.0;
-  out.push_back(vec(0, 0, 0));
-  out.push_back(vec(width, 0, 0));
+  std::vector<_D3DVECTOR> out = {vec(0, 0), vec(2.0 * teeth - 1.0, 0)};
   for (int k = teeth - 1; k >= 0; --k) {
-    const double left = 2.0 * k;
-    out.push_back(vec(left + 1.0, 6.0, 0));
-    out.push_back(vec(left, 6.0, 0));
+    out.push_back(vec(2.0 * k + 1.0, 6.0));
+    out.push_back(vec(2.0 * k, 6.0));
     if (k > 0) {
-      out.push_back(vec(left, 2.0, 0));
-      out.push_back(vec(left - 1.0, 2.0, 0));
+      out.push_back(vec(2.0 * k, 2.0));
+      out.push_back(vec(2.0 * k - 1.0, 2.0));
     }
   }
   return out;
 }
 
 std::vector<_D3DVECTOR> collinearSquareSeed(int perSide, float side) {
-  std::vector<_D3DVECTOR> out;
-  const int k = std::max(1, perSide - 1);  // steps per side
-  const double corners[4][2] = {{0, 0}, {side, 0}, {side, side}, {0, side}};
-  for (int c = 0; c < 4; ++c) {
-    const double* p = corners[c];
-    const double* q = corners[(c + 1) % 4];
-    for (int s = 0; s < k; ++s) {
-      const double f = static_cast<double>(s) / k;
-      out.push_back(vec(p[0] + f * (q[0] - p[0]), p[1] + f * (q[1] - p[1]), 0.0));
-    }
-  }
-  return out;
+  return splitOutline({{0, 0}, {side, 0}, {side, side}, {0, side}}, std::max(1, perSide - 1));
 }
 
 std::vector<_D3DVECTOR> randomSimpleSeed(int n, std::uint32_t seed) {
   std::mt19937 rng(seed);
-  std::uniform_real_distribution<double> angle(0.0, 6.283185307179586);
   std::uniform_real_distribution<double> radius(2.0, 20.0);
-  std::vector<double> angles;
-  for (int k = 0; k < n; ++k) angles.push_back(angle(rng));
-  std::sort(angles.begin(), angles.end());
   std::vector<_D3DVECTOR> out;
-  for (double a : angles) {
+  for (double a : sortedAngles(rng, n)) {
     const double r = radius(rng);
-    out.push_back(vec(r * std::cos(a), r * std::sin(a), 0.0));
+    out.push_back(vec(r * std::cos(a), r * std::sin(a)));
   }
   return out;
 }
@@ -271,10 +210,9 @@ std::vector<_D3DVECTOR> randomSimpleSeed(int n, std::uint32_t seed) {
 std::vector<_D3DVECTOR> globeSeed(int rings, float radius) {
   CKVGen gen;
   std::vector<_D3DVECTOR> out;
-  if (GKVSeedExtruderGlobe(&gen, 4, rings, radius)) {
-    _D3DVECTOR p;
+  _D3DVECTOR p;
+  if (GKVSeedExtruderGlobe(&gen, 4, rings, radius))
     for (int i = 0; gen.KVGetSeedVertexByNumber(i, &p) == 1; ++i) out.push_back(p);
-  }
   gen.KVTerminate();
   return out;
 }

@@ -1,19 +1,22 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
-// The library's tessellation must give exactly the triangles (same triples, same order) of the
-// step-by-step method that re-counts every crossing after each removal, on seeds well-formed and not.
+// Seed tessellation. The library must give exactly the triangles (same triples, same order) of the
+// step-by-step method that re-counts every crossing after each removal, on seeds well-formed and
+// not; and the small cases are exact.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "KVGen.h"
 #include "LiteralTessellation.h"
 #include "Tessellation.h"
+#include "VGenTestSupport.h"
 
-using kutil::test::Triple;
+using namespace kutil::test;
+using Triples = std::vector<Triple>;
 
 namespace {
 
@@ -25,18 +28,13 @@ constexpr int kMaxConvex = 32;
 constexpr int kMaxRandom = 48;
 #endif
 
-using Seed = std::vector<_D3DVECTOR>;
-struct Case {
-  std::string name;
-  Seed seed;
-};
+using Cases = std::vector<std::pair<std::string, Points>>;
 
-_D3DVECTOR v(float x, float y) { return _D3DVECTOR{x, y, 0.0f}; }
+_D3DVECTOR v(float x, float y) { return vec(x, y, 0.0f); }
 
-std::vector<Case> wellFormedCases() {
-  using namespace kutil::test;
-  std::vector<Case> c;
-  auto add = [&c](const std::string& name, int k, Seed s) {
+Cases wellFormedCases() {
+  Cases c;
+  auto add = [&c](const std::string& name, int k, Points s) {
     c.push_back({name + std::to_string(k), std::move(s)});
   };
   for (int n = 3; n <= kMaxConvex; ++n) add("convex", n, convexSeed(n));
@@ -58,9 +56,9 @@ std::vector<Case> wellFormedCases() {
   return c;
 }
 
-std::vector<Case> badCases() {
+Cases badCases() {
   const float nan = std::nanf(""), inf = HUGE_VALF;
-  Seed pentagram = kutil::test::convexSeed(5);
+  Points pentagram = convexSeed(5);
   std::swap(pentagram[1], pentagram[2]);
   std::swap(pentagram[2], pentagram[4]);
   return {
@@ -79,31 +77,22 @@ std::vector<Case> badCases() {
   };
 }
 
-// Through the public methods; the stored triples ascend, so a reversal is undone by sorting.
-int libraryTriangles(const Seed& seed, std::vector<Triple>* out) {
-  out->clear();
-  CKVGen g;
-  g.KVInitialise();
-  for (const _D3DVECTOR& p : seed) g.KVAddSeedVertex(&p);
-  const int ok = g.KVTesselateSeedPlane();
+Triples allTriangles(CKVGen& g) {
+  Triples out;
   Triple t;
-  if (ok && g.KVGetFirstTesselatedTriangle(&t[0], &t[1], &t[2])) {
-    do {
-      std::sort(t.begin(), t.end());
-      out->push_back(t);
-    } while (g.KVGetNextTesselatedTriangle(&t[0], &t[1], &t[2]));
-  }
-  g.KVTerminate();
-  return ok;
+  for (int ok = g.KVGetFirstTesselatedTriangle(&t[0], &t[1], &t[2]); ok && out.size() < 10000;
+       ok = g.KVGetNextTesselatedTriangle(&t[0], &t[1], &t[2]))
+    out.push_back(t);
+  return out;
 }
 
-int engineTriangles(const Seed& seed, std::size_t matrixLimit, std::vector<Triple>* out) {
-  out->clear();
+// The engine itself, holding its chord-crossing matrix or, with no memory for it, re-testing.
+int engineTriangles(const Points& seed, bool lowMemory, Triples* out) {
   CKFootPrint fp;
   fp.FPInitialise();
   kutil::detail::fillLaidFootPrint(fp, seed);
   kutil::detail::TessOptions options;
-  options.matrixLimitBytes = matrixLimit;
+  options.matrixLimitBytes = lowMemory ? 0 : std::size_t(1) << 30;
   kutil::detail::TessResult result;
   const int ok = kutil::detail::tessellateSeed(seed, fp, &result, options);
   for (const auto& t : result.triangles) out->push_back({t.v[0], t.v[1], t.v[2]});
@@ -111,21 +100,36 @@ int engineTriangles(const Seed& seed, std::size_t matrixLimit, std::vector<Tripl
   return ok;
 }
 
-// Returns the library's status after checking it and its triangles against the reference.
-int expectSame(const Case& c) {
-  std::vector<Triple> expected, actual;
-  const int expectedOk = kutil::test::literalTessellate(c.seed, &expected);
-  const int actualOk = libraryTriangles(c.seed, &actual);
-  EXPECT_EQ(actualOk, expectedOk) << c.name;
-  EXPECT_EQ(actual, expected) << c.name;
-  return actualOk && actual.size() + 2 == c.seed.size() ? 2 : actualOk;
+// Checks the library (through the generator, then extruded and mapped, which must never leave a
+// half-built solid) and its low-memory path against the reference; returns 2 when the seed got
+// its n - 2 triangles, else the library's status.
+int expectSame(const std::pair<std::string, Points>& c) {
+  SCOPED_TRACE(c.first);
+  Triples expected, lowMemory;
+  const int expectedOk = literalTessellate(c.second, &expected);
+  Gen g(c.second);
+  g->KVSetEdgeDetectType(EDGE_DETECT_FACE);
+  const int ok = g->KVTesselateSeedPlane();
+  Triples actual = allTriangles(g.g);
+  for (Triple& t : actual) std::sort(t.begin(), t.end());  // undoes a reversal
+  EXPECT_EQ((Ints{ok, engineTriangles(c.second, true, &lowMemory)}), (Ints{expectedOk, expectedOk}));
+  EXPECT_EQ(actual, expected);
+  EXPECT_EQ(lowMemory, expected);
+  const bool covering = ok && actual.size() + 2 == c.second.size();
+  const _D3DVECTOR axis = vec(0, 1, 0);
+  for (int code : {INSTR_HINGE_TOP, INSTR_EXTRUDE, INSTR_ROTATE_AXIS}) g->KVAddInstruction(code, &axis, 0.5f);
+  const int generated = g->KVGenerate();
+  EXPECT_EQ(planeOf(g.g, 2).size(), generated ? c.second.size() : 0u);
+  g->KVUpdateVertexDependencies();
+  GKVCalculateEndPlaneVertexMappings(&g.g, 1, 1, 1.0f);
+  return covering ? 2 : ok;
 }
 
 }  // namespace
 
 TEST(KVTessellationSameness, WellFormedSeedsMatchTheRecountingMethod) {
   int succeeded = 0, offCount = 0;
-  for (const Case& c : wellFormedCases()) {
+  for (const auto& c : wellFormedCases()) {
     const int r = expectSame(c);
     succeeded += r > 0;
     offCount += r == 1;
@@ -134,38 +138,62 @@ TEST(KVTessellationSameness, WellFormedSeedsMatchTheRecountingMethod) {
   // the flat globe) must still match.
   EXPECT_GT(succeeded, 100);
   EXPECT_LT(offCount, succeeded / 4);
+  for (int rings = 3; rings <= 12; ++rings) {
+    Gen globe(globeSeed(rings, 3.0f)), disc(halfDiscSeed(rings, 3.0f));
+    EXPECT_EQ((Ints{globe->KVTesselateSeedPlane(), disc->KVTesselateSeedPlane()}), (Ints{0, 1})) << rings;
+  }
 }
 
 TEST(KVTessellationSameness, BadSeedsTerminateAndMatchTheRecountingMethod) {
-  for (const Case& c : badCases()) {
+  for (const auto& c : badCases()) {
     const int r = expectSame(c);
-    EXPECT_TRUE(r == 0 || (c.name != "bow-tie" && c.name != "zero-area")) << c.name;
+    EXPECT_TRUE(r == 0 || (c.first != "bow-tie" && c.first != "zero-area")) << c.first;
   }
 }
 
-TEST(KVTessellationSameness, GlobeSeedFailsFromThreeRingsUpWhileTheHalfDiscWorks) {
-  std::vector<Triple> t;
-  EXPECT_EQ(libraryTriangles(kutil::test::globeSeed(1, 3.0f), &t), 0);  // two vertices
-  EXPECT_EQ(libraryTriangles(kutil::test::globeSeed(2, 3.0f), &t), 1);  // three, flat but accepted
-  EXPECT_EQ(t, (std::vector<Triple>{{0, 1, 2}}));
-  for (int rings = 3; rings <= 12; ++rings) {
-    EXPECT_EQ(libraryTriangles(kutil::test::globeSeed(rings, 3.0f), &t), 0) << rings;
-    ASSERT_EQ(libraryTriangles(kutil::test::halfDiscSeed(rings, 3.0f), &t), 1) << rings;
-    EXPECT_EQ(t.size(), static_cast<std::size_t>(rings - 1)) << rings;
+TEST(KVTessellation, SmallSeedsGiveTheirExactTriangles) {
+  const struct {
+    const char* name;
+    Points seed;
+    int status;
+    Triples triangles;
+  } rows[] = {
+      {"square", square(), 1, {{0, 1, 3}, {1, 2, 3}}},
+      {"triangle", {v(0, 0), v(4, 0), v(0, 3)}, 1, {{0, 1, 2}}},
+      {"two vertices", {v(0, 0), v(4, 0)}, 0, {}},
+      {"no vertex", {}, 0, {}},
+      {"bow-tie", {v(0, 0), v(2, 2), v(2, 0), v(0, 2)}, 0, {}},
+      {"collinear", {v(0, 0), v(1, 0), v(2, 0), v(3, 0)}, 0, {}},
+      {"L", lShapeSeed(6, 5, 2), 1, {{0, 1, 3}, {0, 3, 5}, {1, 2, 3}, {3, 4, 5}}},
+  };
+  for (const auto& r : rows) {
+    SCOPED_TRACE(r.name);
+    Gen g(r.seed);
+    EXPECT_EQ((Ints{g->KVTesselateSeedPlane(), GenInternals::tessellation(g.g) != nullptr, g->KVIsValid(3)}),
+              (Ints{r.status, r.status, r.status}));
+    EXPECT_EQ(allTriangles(g.g), r.triangles);
   }
 }
 
-TEST(KVTessellationSameness, LowMemoryPathGivesTheSameTriangles) {
-  using namespace kutil::test;
-  // Also beyond the reference's reach: large convex seeds still give n - 2 triangles.
-  const Seed seeds[] = {convexSeed(20),          starSeed(7),    combSeed(4),   collinearSquareSeed(5),
-                        randomSimpleSeed(40, 7), convexSeed(60), convexSeed(80)};
-  for (const Seed& s : seeds) {
-    SCOPED_TRACE(s.size());
-    std::vector<Triple> withMatrix, without;
-    const int a = engineTriangles(s, std::size_t(1) << 30, &withMatrix);
-    EXPECT_EQ(engineTriangles(s, 0, &without), a);
-    EXPECT_EQ(withMatrix, without);
-    EXPECT_TRUE(s.size() < 60 || withMatrix.size() == s.size() - 2);
-  }
+TEST(KVTessellation, IterationStopsAtTheEndAndReversalDescends) {
+  Gen g(square());
+  int a = -7, b = -7, c = -7;
+  EXPECT_EQ(
+      (Ints{g->KVGetFirstTesselatedTriangle(&a, &b, &c), g->KVGetNextTesselatedTriangle(&a, &b, &c), a}),
+      (Ints{0, 0, -7}));
+  ASSERT_EQ(g->KVTesselateSeedPlane(), 1);
+  EXPECT_EQ(allTriangles(g.g).size(), 2u);
+  EXPECT_EQ(
+      (Ints{g->KVGetNextTesselatedTriangle(&a, &b, &c), a, GenInternals::tessellation(g.g)->triangleCursor}),
+      (Ints{0, -7, 1}));  // past the end, the cursor stays
+  g->KVSetNormalDirection(0);
+  EXPECT_EQ(allTriangles(g.g), (Triples{{3, 1, 0}, {3, 2, 1}}));
+  // Made self-crossing by swapping its last two corners, the square loses its old tessellation.
+  const _D3DVECTOR p = vec(0, 2, 0), q = vec(2, 2, 0);
+  g->KVSelectSeedVertexByNumber(2);
+  g->KVUpdateSelectedSeedVertex(&p);
+  g->KVSelectSeedVertexByNumber(3);
+  g->KVUpdateSelectedSeedVertex(&q);
+  EXPECT_EQ((Ints{g->KVTesselateSeedPlane(), g->KVGetFirstTesselatedTriangle(&a, &b, &c)}), (Ints{0, 0}));
+  EXPECT_EQ(GenInternals::tessellation(g.g), nullptr);
 }

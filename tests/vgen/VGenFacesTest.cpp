@@ -1,130 +1,120 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
+// Faces, normals and orientation, outlines, boxes and hit marks of generated solids.
 #include <gtest/gtest.h>
 
-#include "KVGen.h"
 #include "VGenTestSupport.h"
 
 using namespace kutil::test;
 
-namespace {
-// A square extruded once by 3 along z.
-void extrudedSquare(CKVGen& g, int edgeDetect = EDGE_DETECT_BOX) {
-  g.KVSetEdgeDetectType(edgeDetect);
-  addSquare(g);
-  g.KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 3.0f);
-  ASSERT_EQ(g.KVGenerate(), 1);
-  ASSERT_EQ(g.KVSelectFirstGenPlane(), 1);
-}
-}  // namespace
-
-TEST(CKVGenFaces, CornerOrdersFollowReversal) {
-  struct Row {
-    bool front;
-    int vertex, direction, orientation;  // together these decide the normal reversal
-    _D3DVECTOR c1, c2, c3, c4;
-  };
-  const Row rows[] = {
-      {true, 1, 0, 0, vec(2, 0, 0), vec(2, 2, 0), vec(2, 2, 3), vec(2, 0, 3)},
-      {true, 1, 0, 1, vec(2, 2, 0), vec(2, 0, 0), vec(2, 0, 3), vec(2, 2, 3)},
-      {false, 3, 0, 0, vec(0, 2, 0), vec(0, 0, 0), vec(0, 0, 3), vec(0, 2, 3)},
-      {false, 3, -1, 0, vec(0, 0, 0), vec(0, 2, 0), vec(0, 2, 3), vec(0, 0, 3)},
-  };
-  Gen gen;
-  extrudedSquare(gen.g);
-  _D3DVECTOR c1, c2, c3, c4;
-  EXPECT_EQ(gen->KVGetFrontFace(&c1, &c2, &c3, &c4), 0);  // nothing selected
-  ASSERT_EQ(gen->KVSelectGenVertexByNumber(3), 1);
-  EXPECT_EQ(gen->KVGetFrontFace(&c1, &c2, &c3, &c4), 0);  // the last vertex has only a back face
-  for (const Row& r : rows) {
-    SCOPED_TRACE(r.vertex * 10 + r.orientation);
-    gen->KVSelectGenVertexByNumber(r.vertex);
+TEST(CKVGenFaces, ReversalFollowsDirectionAndOrientationAndOrdersTheCorners) {
+  const struct {
+    int direction, orientation, reversed;
+  } rows[] = {{-1, -1, 1}, {-1, 0, 1}, {-1, 1, 0}, {0, -1, 0}, {0, 0, 0},
+              {0, 1, 1},   {1, 0, 1},  {1, 1, 0},  {5, 1, 0},  {5, 0, 1}};
+  const Points front = {vec(2, 0, 0), vec(2, 2, 0), vec(2, 2, 3), vec(2, 0, 3)};  // of vertex 1
+  const Points back = {vec(0, 2, 0), vec(0, 0, 0), vec(0, 0, 3), vec(0, 2, 3)};   // of vertex 3, through 0
+  Gen gen(square(), {3});
+  ASSERT_EQ(gen->KVGenerate(), 1);
+  EXPECT_TRUE(faceOf(gen.g).empty());  // nothing selected
+  Points f(4);
+  EXPECT_EQ((Ints{gen->KVSelectGenVertexByNumber(3), gen->KVGetFrontFace(&f[0], &f[1], &f[2], &f[3])}),
+            (Ints{1, 0}));
+  for (const auto& r : rows) {
+    SCOPED_TRACE(testing::Message() << r.direction << " " << r.orientation);
     gen->KVSetNormalDirection(r.direction);
-    GenInternals::seedOrientation(*gen) = r.orientation;
-    ASSERT_EQ(r.front ? gen->KVGetFrontFace(&c1, &c2, &c3, &c4) : gen->KVGetBackFace(&c1, &c2, &c3, &c4), 1);
-    expectNear(c1, r.c1);
-    expectNear(c2, r.c2);
-    expectNear(c3, r.c3);
-    expectNear(c4, r.c4);
+    GenInternals::seedOrientation(gen.g) = r.orientation;
+    EXPECT_EQ(gen->KVIsNormalReversalActive(), r.reversed);
+    for (int n : {1, 3}) {
+      const Points& c = n == 1 ? front : back;
+      gen->KVSelectGenVertexByNumber(n);
+      EXPECT_EQ((Ints{gen->KVGetBackFace(&f[0], &f[1], &f[2], &f[3]), gen->KVIsFaceUsable()}), (Ints{1, 1}));
+      expectNear(faceOf(gen.g), r.reversed ? Points{c[1], c[0], c[3], c[2]} : c);
+    }
   }
-  gen->KVSelectGenVertexByNumber(1);
-  EXPECT_EQ(gen->KVIsFaceUsable(), 1);
+  GenInternals::currentPlane(gen.g) = nullptr;
+  EXPECT_EQ((Ints{gen->KVGetBackFace(&f[0], &f[1], &f[2], &f[3]), gen->KVIsFaceUsable()}), (Ints{0, 0}));
+  Gen coincident({vec(1, 1, 1), vec(1, 1, 1), vec(5, 1, 1)}, {0});
+  EXPECT_EQ((Ints{coincident->KVGenerate(), coincident->KVSelectGenVertexByNumber(0),
+                  coincident->KVIsFaceUsable()}),
+            (Ints{1, 1, 0}));
+}
 
-  Gen coincident;
-  addSeed(coincident.g, {vec(1, 1, 1), vec(1, 1, 1), vec(5, 1, 1)});
-  coincident->KVAddInstruction(9, &kNoAxis, 0.0f);
-  ASSERT_EQ(coincident->KVGenerate(), 1);
-  ASSERT_EQ(coincident->KVSelectGenVertexByNumber(0), 1);
-  EXPECT_EQ(coincident->KVIsFaceUsable(), 0);
+TEST(CKVGenFaces, WindingDecidesOrientationAndEveryPlaneNormal) {
+  for (int clockwise = 0; clockwise < 2; ++clockwise) {
+    SCOPED_TRACE(clockwise);
+    Gen gen(clockwise ? Points{vec(0, 0, 0), vec(0, 2, 0), vec(2, 2, 0), vec(2, 0, 0)} : square(), {5, 1});
+    _D3DVECTOR n;
+    EXPECT_EQ(
+        (Ints{gen->KVTesselateSeedPlane(), GenInternals::seedOrientation(gen.g), gen->KVCalcSeedNormal(&n)}),
+        (Ints{1, 1 - clockwise, 1}));
+    expectNear(n, vec(0, 0, -1));  // the oriented normal never points to +z
+    ASSERT_EQ(gen->KVGenerate(), 1);
+    for (const tagKExtrudePlane* p = GenInternals::genPlanes(gen.g); p != nullptr; p = p->next)
+      expectNear(p->normal, vec(0, 0, 1));
+    expectNear(GenInternals::seedPlane(gen.g)->normal, vec(0, 0, 1));
+  }
+  Gen flat({vec(0, 0, 0), vec(1, 0, 0)});
+  _D3DVECTOR n = vec(7, 7, 7);
+  EXPECT_EQ((Ints{flat->KVCalcSeedNormal(&n), GenInternals::seedOrientation(flat.g)}), (Ints{0, -1}));
+  expectNear(n, vec(7, 7, 7), 0.0f);
+}
+
+TEST(CKVGenFaces, PlaneOutlineStartsAtVertexOneUnderReversalAndItsBoxCoversTheSlab) {
+  for (int reversed = 0; reversed < 2; ++reversed) {
+    SCOPED_TRACE(reversed);
+    Gen gen(square(), {2});
+    gen->KVSetNormalDirection(reversed ? 0 : 1);
+    EXPECT_EQ((Ints{gen->KVTesselateSeedPlane(), gen->KVGenerate(), gen->KVUpdateVertexDependencies()}),
+              (Ints{1, 1, 1}));
+    const Points plane = {vec(0, 0, 2), vec(2, 0, 2), vec(2, 2, 2), vec(0, 2, 2)};
+    expectNear(outlineOf(*GenInternals::genPlanes(gen.g)->outline),
+               reversed ? Points{plane[1], plane[2], plane[3], plane[0]} : plane);
+    _D3DRMBOX* box = nullptr;
+    ASSERT_EQ(gen->KVSelectFirstGenBox(&box), 1);
+    expectNear({box->min, box->max}, {vec(0, 0, 0), vec(2, 2, 2)});
+  }
 }
 
 TEST(CKVGenFaces, BoxesUnderBoxAndFaceEdgeDetect) {
-  Gen gen;
-  _D3DRMBOX* box = nullptr;
-  EXPECT_EQ(gen->KVGetSeedFaceBox(&box), 0);
-  extrudedSquare(gen.g);
-  ASSERT_EQ(gen->KVUpdateVertexDependencies(), 1);
-  ASSERT_EQ(gen->KVSelectFirstGenBox(&box), 1);
-  expectNear(box->min, vec(0, 0, 0));  // the slab from the seed to the plane
-  expectNear(box->max, vec(2, 2, 3));
-  EXPECT_EQ(gen->KVSelectNextGenBox(&box), 0);
-  EXPECT_EQ(gen->KVSelectFirstFaceBox(&box), 0);
-  ASSERT_EQ(gen->KVGetSeedFaceBox(&box), 1);
-  expectNear(box->max, vec(2, 2, 0));
-  GenInternals::currentPlane(*gen) = nullptr;
-  EXPECT_EQ(gen->KVGetBoxForCurrentPlane(&box), 0);
-  ASSERT_EQ(gen->KVGetGenFaceBox(&box), 1);
-  EXPECT_EQ(GenInternals::currentPlane(*gen), GenInternals::genPlanes(*gen));
-
-  Gen faces;
-  extrudedSquare(faces.g, EDGE_DETECT_FACE);
-  ASSERT_EQ(faces->KVUpdateVertexDependencies(), 1);
-  ASSERT_EQ(faces->KVSelectFirstFaceBox(&box), 1);
-  expectNear(box->max, vec(2, 0, 3));
-  int count = 1;
-  while (faces->KVSelectNextFaceBox(&box) == 1) ++count;
-  EXPECT_EQ(count, 4);
-  expectNear(box->min, vec(0, 0, 0));  // the closing face, x = 0
-  expectNear(box->max, vec(0, 2, 3));
-  // A vertex made without a face outline fails the rebuild.
-  faces->KVSetEdgeDetectType(EDGE_DETECT_BOX);
-  ASSERT_EQ(faces->KVGenerate(), 1);
+  Gen empty, gen(square(), {3, 1}), faces;
+  run(empty.g, {{SeedBox, 0, 0, U}, {Update, 0, 0, U}, {GenBox, 0, 0, U}, {FirstBox, 0, 0, U}});
+  // A plane's box covers the slab from the plane before it; box type keeps no face outlines.
+  const Steps boxes = {{Update, 0, 1, U},       {Generate, 0, 1, U},   {Update, 0, 1, U},
+                       {FirstBox, 0, 1, 223},   {NextBox, 0, 1, 3224}, {NextBox, 0, 0, U},
+                       {FirstFaceBox, 0, 0, U}, {SeedBox, 0, 1, 220},  {FirstP, 0, 1, U},
+                       {CurBox, 0, 1, 223},     {GenBox, 0, 1, 3224},  {CurBox, 0, 1, 3224}};
+  run(gen.g, boxes);
+  GenInternals::currentPlane(gen.g) = nullptr;
+  run(gen.g, {{CurBox, 0, 0, U}, {FirstFaceBox, 0, 0, U}});
   faces->KVSetEdgeDetectType(EDGE_DETECT_FACE);
-  EXPECT_EQ(faces->KVUpdateVertexDependencies(), 0);
+  for (const _D3DVECTOR& p : square()) faces->KVAddSeedVertex(&p);
+  faces->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 3.0f);
+  // One box per face; switched to box type and back, a vertex without a face outline fails the rebuild.
+  const Steps perFace = {{Generate, 0, 1, U},         {Update, 0, 1, U},          {FirstFaceBox, 0, 1, 203},
+                         {NextFaceBox, 0, 1, 200223}, {NextFaceBox, 0, 1, 20223}, {NextFaceBox, 0, 1, 23},
+                         {NextFaceBox, 0, 0, U},      {SetEdge, 1, 1, U},         {Generate, 0, 1, U},
+                         {SetEdge, 0, 1, U},          {Update, 0, 0, U}};
+  run(faces.g, perFace);
 }
 
 TEST(CKVGenFaces, HitMarksAndSelectionByNumber) {
-  Gen gen;
-  EXPECT_EQ(gen->KVSetSeedFaceHit(), 0);
-  EXPECT_EQ(gen->KVSetSelectedHitFace(), 0);
-  addSeed(gen.g, {vec(0, 0, 0), vec(1, 0, 0), vec(2, 1, 0), vec(2, 2, 0), vec(1, 3, 0), vec(0, 2, 0)});
-  gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
-  gen->KVAddInstruction(INSTR_EXTRUDE, &kNoAxis, 1.0f);
-  ASSERT_EQ(gen->KVGenerate(), 1);
-  ASSERT_EQ(gen->KVSetSeedFaceHit(), 1);
-  gen->KVSelectFirstGenPlane();
-  ASSERT_EQ(gen->KVSetGenFaceHit(), 1);
-  gen->KVSelectGenVertexByNumber(2);
-  ASSERT_EQ(gen->KVSetSelectedHitFace(), 1);
-  gen->KVSelectGenVertexByNumber(5);
-  ASSERT_EQ(gen->KVSetSelectedHitFace(), 1);
-
-  ASSERT_EQ(gen->KVSelectHitFaceByNumber(2), 1);
-  EXPECT_EQ(GenInternals::currentPlane(*gen), GenInternals::genPlanes(*gen));
-  _D3DVECTOR p;
-  gen->KVGetSelectedGenVertex(&p);
-  expectNear(p, vec(0, 2, 1));  // vertex 5
-  EXPECT_EQ(gen->KVSelectHitFaceByNumber(3), 0);
-  EXPECT_EQ(GenInternals::currentPlane(*gen),
-            GenInternals::genPlanes(*gen)->next);  // the walk ended on the last plane
-  EXPECT_EQ(gen->KVSelectHitFaceByNumber(0), 0);
-  ASSERT_EQ(gen->KVSelectHitFaceByNumber(1), 1);
-  EXPECT_EQ(gen->KVUnSetSelectedHitFace(), 1);
-  EXPECT_EQ(gen->KVSelectHitFaceByNumber(2), 0);
-
-  EXPECT_EQ(gen->KVClearHitFaces(), 1);
-  EXPECT_EQ(gen->KVIsSeedFaceHit(), 0);
-  gen->KVSelectFirstGenPlane();
-  EXPECT_EQ(gen->KVIsGenFaceHit(), 0);
-  EXPECT_EQ(gen->KVSelectHitFaceByNumber(1), 0);
+  Gen empty,
+      gen({vec(0, 0, 0), vec(1, 0, 0), vec(2, 1, 0), vec(2, 2, 0), vec(1, 3, 0), vec(0, 2, 0)}, {1, 1});
+  const Steps none = {{SetSeedHit, 0, 0, U}, {UnSetSeedHit, 0, 0, U}, {IsSeedHit, 0, 0, U},
+                      {SetGenHit, 0, 0, U},  {UnSetGenHit, 0, 0, U},  {IsGenHit, 0, 0, U},
+                      {SetHit, 0, 0, U},     {UnSetHit, 0, 0, U},     {IsHit, 0, 0, U},
+                      {SelHit, 1, 0, U},     {ClearHits, 0, 1, U}};
+  run(empty.g, none);
+  // Vertex x + 100 z names the plane (z = 1 or 2); the seed's are at z = 0.
+  run(gen.g, {{Generate, 0, 1, U},     {IsGenHit, 0, 0, U},    {SetSeedHit, 0, 1, U}, {IsSeedHit, 0, 1, U},
+              {FirstP, 0, 1, U},       {SetGenHit, 0, 1, U},   {IsGenHit, 0, 1, U},   {SelV, 2, 1, U},
+              {IsHit, 0, 0, U},        {SetHit, 0, 1, U},      {IsHit, 0, 1, U},      {SelV, 5, 1, U},
+              {SetHit, 0, 1, U},       {SelHit, 2, 1, U},      {CurV, 0, 1, 100},     {GetV, 2, 1, 102},
+              {SelHit, 3, 0, U},       {GetV, 2, 1, 202},      {SelHit, 0, 0, U},     {SelHit, 1, 1, U},
+              {CurV, 0, 1, 102},       {UnSetHit, 0, 1, U},    {IsHit, 0, 0, U},      {SelHit, 2, 0, U},
+              {FirstP, 0, 1, U},       {UnSetGenHit, 0, 1, U}, {IsGenHit, 0, 0, U},   {SetGenHit, 0, 1, U},
+              {UnSetSeedHit, 0, 1, U}, {IsSeedHit, 0, 0, U},   {SetSeedHit, 0, 1, U}, {ClearHits, 0, 1, U},
+              {GetV, 0, 1, 200},       {IsSeedHit, 0, 0, U},   {FirstP, 0, 1, U},     {IsGenHit, 0, 0, U},
+              {SelHit, 1, 0, U}});
 }

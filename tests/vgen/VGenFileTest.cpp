@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "KNormalise.h"
 #include "KText.h"
-#include "KVGen.h"
-#include "TestSupport.h"
 #include "VGenTestSupport.h"
 
 using namespace kutil::test;
+using Lines = std::vector<std::string>;
 
 namespace {
 std::string seedBlock(int x, int y) {
@@ -20,206 +20,169 @@ std::string seedBlock(int x, int y) {
 
 const std::string kThreeSeeds = seedBlock(0, 0) + seedBlock(4, 0) + seedBlock(4, 3);
 
-int restoreText(CKVGen& g, const std::string& text) {
-  TempDir dir;
-  const std::string path = dir.file("shape.ksf");
-  EXPECT_TRUE(writeFile(path, text));
-  return g.KVRestore(path.c_str());
+// Seed vertices and instructions held.
+Ints counts(CKVGen& g) {
+  int n[2] = {0, 0};
+  g.KVGetNumVertices(&n[0]);
+  g.KVGetNumInstructs(&n[1]);
+  return {n[0], n[1]};
 }
 
-int count(CKVGen& g, bool instructions) {
-  int n = 0;
-  return (instructions ? g.KVGetNumInstructs(&n) : g.KVGetNumVertices(&n)) == 1 ? n : 0;
-}
-
-void saveShape(const std::string& path, const std::string& front, const std::string& wrap = "") {
-  Gen gen;
-  addSeed(gen.g, {vec(0, 0, 0), vec(1, 0, 0), vec(1, 1, 0)});
+void saveShape(const std::string& path, const std::string& front, const std::string& wrap) {
+  Gen gen({vec(0, 0, 0), vec(1, 0, 0), vec(1, 1, 0)});
   gen->KVSetFrontPlaneTexture(front.c_str());
   gen->KVSetWrapSurfaceTexture(wrap.c_str());
   ASSERT_EQ(gen->KVSave(path.c_str()), 1);
 }
 
-std::string frontTexture(const std::string& path) {
+Lines textures(const std::string& path) {
   Gen gen;
-  char name[300] = "";
-  gen->KVRestore(path.c_str());
-  gen->KVGetFrontPlaneTexture(name);
-  return name;
+  char front[300] = "", wrap[300] = "";
+  EXPECT_EQ(gen->KVRestore(path.c_str()), 1);
+  gen->KVGetFrontPlaneTexture(front);
+  gen->KVGetWrapSurfaceTexture(wrap);
+  return {front, wrap};
 }
 }  // namespace
 
-TEST(CKVGenFile, OneVertexShapeFileHasNineteenLines) {
+TEST(CKVGenFile, SavedLinesAreExact) {
   TempDir dir;
   const std::string path = dir.file("one.ksf");
   Gen gen;
+  Lines expected = {"[VGEN]",    "[NRM][2]-1", "[DTA][7]20.0000", "[DRO][6]0.3491", "[FPT][0]",
+                    "[FTI][1]1", "[BPT][0]",   "[BTI][1]1",       "[FST][0]",       "[STI][1]1",
+                    "[FIC][0]",  "[BIC][0]",   "[WIC][0]",        "[NEGV]"};
   ASSERT_EQ(gen->KVSave(path.c_str()), 1);
-  EXPECT_EQ(readLines(path).size(), 14u);  // no seed, no seed block
-  addSeed(gen.g, {vec(1, 2, 3)});
+  EXPECT_EQ(readLines(path), expected);  // no seed, no seed block
+  const _D3DVECTOR p = vec(1, 2, 3), axis = vec(0, -1, 0.5f);
+  gen->KVAddSeedVertex(&p);
+  gen->KVAddInstruction(INSTR_HINGE_TOP, &axis, 12.25f);
   ASSERT_EQ(gen->KVSave(path.c_str()), 1);
-  const std::vector<std::string> expected = {
-      "[VGEN]",         "[NRM][2]-1",     "[DTA][7]20.0000", "[DRO][6]0.3491", "[FPT][0]",
-      "[FTI][1]1",      "[BPT][0]",       "[BTI][1]1",       "[FST][0]",       "[STI][1]1",
-      "[FIC][0]",       "[BIC][0]",       "[WIC][0]",        "[SED]",          "[SEX][6]1.0000",
-      "[SEY][6]2.0000", "[SEZ][6]3.0000", "[DES]",           "[NEGV]"};
+  expected.pop_back();
+  for (const char* line :
+       {"[SED]", "[SEX][6]1.0000", "[SEY][6]2.0000", "[SEZ][6]3.0000", "[DES]", "[INS]", "[CMD][1]4",
+        "[IVX][6]0.0000", "[IVY][7]-1.0000", "[IVZ][6]0.5000", "[IMG][7]12.2500", "[SNI]", "[NEGV]"})
+    expected.push_back(line);
   EXPECT_EQ(readLines(path), expected);
-  EXPECT_EQ(gen->KVSave(""), 0);
-  EXPECT_EQ(gen->KVSave(nullptr), 0);
-  EXPECT_EQ(gen->KVSave(dir.file("missing-dir/x.ksf").c_str()), 0);
+  EXPECT_EQ((Ints{gen->KVSave(""), gen->KVSave(nullptr), gen->KVSave(dir.file("missing-dir/x.ksf").c_str())}),
+            (Ints{0, 0, 0}));
 }
 
-TEST(CKVGenFile, RoundTripKeepsSettingsSeedAndInstructions) {
+TEST(CKVGenFile, SaveRestoreSaveIsByteIdentical) {
   TempDir dir;
   const std::string path = dir.file("round.ksf"), again = dir.file("again.ksf");
-  Gen gen;
-  gen->KVSetNormalDirection(1);
-  gen->KVSetDeltaTranslation(2.5f);
-  gen->KVSetFrontPlaneTexture("C:\\tex\\front.bmp");
-  gen->KVSetWrapSurfaceTexture("wrap [odd] name.bmp");
-  gen->KVSetBackTiling(3);
-  gen->KVSetWrapIconIndex("12");
-  gen->KVSetEdgeDetectType(EDGE_DETECT_FACE);  // not stored
-  addSeed(gen.g, {vec(0, 0, 0), vec(4, 0, 0.5f), vec(4, 3, -1)});
-  _D3DVECTOR axis = vec(0, 1, 0);
+  Gen gen({vec(0, 0, 0), vec(4, 0, 0.5f), vec(4, 3, -1)});
+  EXPECT_EQ((Ints{gen->KVSetNormalDirection(1), gen->KVSetDeltaTranslation(2.5f),
+                  gen->KVSetFrontPlaneTexture("C:\\tex\\front.bmp"), gen->KVSetBackPlaneTexture("back.bmp"),
+                  gen->KVSetWrapSurfaceTexture("wrap [odd] name.bmp"), gen->KVSetFrontTiling(2),
+                  gen->KVSetBackTiling(3), gen->KVSetWrapTiling(4), gen->KVSetFrontIconIndex("5"),
+                  gen->KVSetBackIconIndex("6"), gen->KVSetWrapIconIndex("12"),
+                  gen->KVSetEdgeDetectType(EDGE_DETECT_FACE)}),  // the type is not stored
+            Ints(12, 1));
+  const _D3DVECTOR axis = vec(0, 1, 0);
   gen->KVAddInstruction(INSTR_ROTATE_AXIS, &axis, 0.25f);
   gen->KVAddInstruction(INSTR_EXTRUDE, &axis, -2.0f);
-  ASSERT_EQ(gen->KVSave(path.c_str()), 1);
-
   Gen back;
-  ASSERT_EQ(back->KVRestore(path.c_str()), 1);
+  EXPECT_EQ((Ints{gen->KVSave(path.c_str()), back->KVRestore(path.c_str()), back->KVSave(again.c_str())}),
+            (Ints{1, 1, 1}));
+  EXPECT_EQ(readFile(again), readFile(path));
   float f = 0;
   back->KVGetDeltaRotation(&f);
-  EXPECT_FLOAT_EQ(f, 0.3491f);  // four decimals survive
-  char text[300];
-  ASSERT_EQ(back->KVGetWrapSurfaceTexture(text), 1);
-  EXPECT_STREQ(text, "wrap [odd] name.bmp");
-  EXPECT_EQ(back->KVIsEdgeDetectBoxType(), 1);
+  EXPECT_EQ(f, 0.3491f);  // four decimals survive
   _D3DRMBOX* box = nullptr;
-  ASSERT_EQ(back->KVGetSeedFaceBox(&box), 1);  // the seed outline was rebuilt
-  EXPECT_EQ(box->max.x, 4.0f);
-  ASSERT_EQ(back->KVSave(again.c_str()), 1);  // every other field shows in the same file
-  EXPECT_EQ(readLines(again), readLines(path));
-
-  const std::string cube = testDataPath("vgen/data/cube.ksf");
-  ASSERT_EQ(back->KVRestore(cube.c_str()), 1);
-  ASSERT_EQ(back->KVTesselateSeedPlane(), 1);
-  ASSERT_EQ(back->KVGenerate(), 1);
-  ASSERT_EQ(back->KVUpdateVertexDependencies(), 1);
-  ASSERT_EQ(back->KVGetGenFaceBox(&box), 1);
-  expectNear(box->max, vec(2, 2, 2));
-  ASSERT_EQ(back->KVSave(again.c_str()), 1);
-  EXPECT_EQ(readLines(again), readLines(cube));
+  EXPECT_EQ((Ints{back->KVIsEdgeDetectBoxType(), back->KVGetSeedFaceBox(&box)}), (Ints{1, 1}));
+  EXPECT_EQ(box->max.x, 4.0f);  // the seed outline was rebuilt
 }
 
 TEST(CKVGenFile, ReaderStatesDecideWhatIsKept) {
   const std::string header = "[VGEN]\n[NRM][2]-1\n[DTA][7]20.0000\n[FTI][1]1\n";
-  struct Row {
+  const struct {
     const char* name;
     std::string text;
     int status, seeds, instructions;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"empty file has no seed", "", 0, 0, 0},
       {"header only", header + "[NEGV]\n", 0, 0, 0},
       {"marks unchecked", kThreeSeeds, 1, 3, 0},
       {"noise around marks", "garbage\n[VGEN]\n" + kThreeSeeds + "[NEGV]\n[VGEN]\nmore\n", 1, 3, 0},
-      {"misplaced tag keeps what was read", kThreeSeeds + "[SED]\n[CMD][1]3\n[DES]\n", 0, 4, 0},
-      {"seed tag in an instruction", kThreeSeeds + "[INS]\n[SEX][6]1.0000\n[SNI]\n", 0, 3, 1},
+      {"instruction tag in a seed block", kThreeSeeds + "[SED]\n[CMD][1]3\n[DES]\n", 0, 4, 0},
+      {"seed tag in an instruction block", kThreeSeeds + "[INS]\n[SEX][6]1.0000\n[SNI]\n", 0, 3, 1},
+      {"settings tag in a seed block", kThreeSeeds + "[SED]\n[FTI][1]2\n[DES]\n", 0, 4, 0},
       {"nested opening tag", kThreeSeeds + "[SED]\n[SED]\n[DES]\n", 0, 4, 0},
+      {"instruction opened in a seed block", kThreeSeeds + "[SED]\n[INS]\n[DES]\n", 0, 4, 0},
       {"non-tag line inside a block", kThreeSeeds + "[SED]\nnoise\n[SEX][6]7.0000\n[DES]\n", 1, 4, 0},
       {"stray closing tag first", "[DES]\n" + kThreeSeeds, 0, 0, 0},
       {"stray closing tag: dead after it", kThreeSeeds + "[SNI]\n" + kThreeSeeds + "[SED]\n[CMD][1]1\n", 1, 3,
        0},
       {"open seed block at the end", kThreeSeeds + "[SED]\n[SEX][6]9.0000\n", 1, 3, 0},
       {"open instruction block at the end", kThreeSeeds + "[INS]\n[CMD][1]3\n", 1, 3, 0},
+      {"instructions without a seed", "[INS]\n[CMD][1]3\n[SNI]\n", 0, 0, 1},
       {"one-vertex outline fails its rebuild", seedBlock(1, 2), 0, 1, 0},
   };
-  for (const Row& r : rows) {
+  for (const auto& r : rows) {
     SCOPED_TRACE(r.name);
-    Gen gen;
-    addSeed(gen.g, {vec(1, 1, 1)});
+    Gen gen({vec(1, 1, 1)});
     gen->KVSetFrontTiling(9);
-    EXPECT_EQ(restoreText(gen.g, r.text), r.status);
-    EXPECT_EQ(count(gen.g, false), r.seeds);
-    EXPECT_EQ(count(gen.g, true), r.instructions);
     int tiling = 0;
-    gen->KVGetFrontTiling(&tiling);
-    EXPECT_EQ(tiling, 1);  // the generator was emptied first
+    EXPECT_EQ((Ints{restoreText(gen.g, r.text), gen->KVGetFrontTiling(&tiling), tiling}),
+              (Ints{r.status, 1, 1}));
+    EXPECT_EQ(counts(gen.g), (Ints{r.seeds, r.instructions}));  // the generator was emptied first
   }
-  Gen gen;
-  EXPECT_EQ(gen->KVRestore(""), 0);
-  EXPECT_EQ(gen->KVRestore(nullptr), 0);
+  Gen gen({vec(1, 1, 1)});
+  TempDir dir;
+  EXPECT_EQ(
+      (Ints{gen->KVRestore(""), gen->KVRestore(nullptr), gen->KVRestore(dir.file("absent.ksf").c_str())}),
+      (Ints{0, 0, 0}));
+  EXPECT_EQ(counts(gen.g), (Ints{0, 0}));
 }
 
-TEST(CKVGenFile, InstructionBlockDefaults) {
+TEST(CKVGenFile, BlocksStartFromTheirDefaultsAndBadValuesReadAsTheyCan) {
   Gen gen;
   ASSERT_EQ(restoreText(gen.g, kThreeSeeds + "[INS]\n[IVY][6]1.0000\n[SNI]\n[INS]\n[CMD][1]3\n[SNI]\n"), 1);
-  ASSERT_EQ(count(gen.g, true), 2);
-  int code = 0;
-  _D3DVECTOR v;
-  float m = 0;
-  gen->KVGetFirstInstruction(&code, &v, &m);
-  EXPECT_EQ(code, -1);
-  EXPECT_EQ(m, 1.0f);
-  expectNear(v, vec(0, 1, 0), 0.0f);
-  gen->KVGetNextInstruction(&code, &v, &m);
-  EXPECT_EQ(code, 3);
-  expectNear(v, vec(0, 0, 0), 0.0f);  // the working record was reset
-  ASSERT_EQ(gen->KVGenerate(), 1);    // code -1 copies the previous plane
-  gen->KVSelectFirstGenPlane();
-  gen->KVGetGenVertexByNumber(2, &v);
-  expectNear(v, vec(4, 3, 0), 0.0f);
+  int code[2] = {0, 0};
+  _D3DVECTOR v[2];
+  float m[2] = {0, 0};
+  EXPECT_EQ((Ints{gen->KVGetFirstInstruction(&code[0], &v[0], &m[0]),
+                  gen->KVGetNextInstruction(&code[1], &v[1], &m[1]), code[0], code[1]}),
+            (Ints{1, 1, -1, 3}));
+  EXPECT_EQ(m[0], 1.0f);
+  expectNear({v[0], v[1]}, {vec(0, 1, 0), vec(0, 0, 0)}, 0.0f);  // the working record was reset
+  ASSERT_EQ(gen->KVGenerate(), 1);                               // code -1 copies the previous plane
+  expectNear(planeOf(gen.g, 0), {vec(0, 0, 0), vec(4, 0, 0), vec(4, 3, 0)}, 0.0f);
+
+  ASSERT_EQ(restoreText(gen.g, "[FTI][3]abc\n[BTI]broken\n[SEX][6]5.0000\n" + kThreeSeeds), 1);
+  int tiling[2] = {-9, -9};
+  EXPECT_EQ((Ints{gen->KVGetFrontTiling(&tiling[0]), gen->KVGetBackTiling(&tiling[1]), tiling[0], tiling[1]}),
+            (Ints{1, 1, 0, 1}));  // a value that is no number reads 0; a line without its segment keeps it
+  expectNear(planeOf(gen.g), {vec(0, 0, 0), vec(4, 0, 0), vec(4, 3, 0)},
+             0.0f);  // [SEX] outside a block is skipped
 }
 
-TEST(CKVGenFile, BadValuesAndOverlongLinesNeverOverrun) {
-  Gen gen;
-  const std::string huge(2000, 'x');
-  const std::string text = "[FPT][2000]" + huge + "\n[FIC][40]" + std::string(40, '9') +
-                           "\n[FTI][3]abc\n[BTI]broken\n[SEX][6]5.0000\n" + kThreeSeeds + "[" + huge + "\n";
-  ASSERT_EQ(restoreText(gen.g, text), 1);
-  char out[300];
-  ASSERT_EQ(gen->KVGetFrontPlaneTexture(out), 1);
-  EXPECT_EQ(std::string(out).size(), 276u);
-  ASSERT_EQ(gen->KVGetFrontIconIndex(out), 1);
-  EXPECT_EQ(std::string(out), std::string(16, '9'));
-  int i = 0;
-  gen->KVGetFrontTiling(&i);
-  EXPECT_EQ(i, 0);  // a value that is no number reads 0
-  gen->KVGetBackTiling(&i);
-  EXPECT_EQ(i, 1);  // a line without its segment keeps the field
-  EXPECT_EQ(count(gen.g, false), 3);
-}
-
-TEST(KUKSFNormalise, ConvertPutsContentTexturesBesideTheShape) {
-  TempDir dir;
-  const std::string path = dir.file("shape.ksf"), texture = dir.file("front.bmp");
-  saveShape(path, texture);
-  EXPECT_EQ(KUIsKSFFileNormalised(path.c_str()), 0);
-  ASSERT_EQ(KUConvertKSFToRelative(path.c_str()), 1);
-  EXPECT_EQ(frontTexture(path), "?KALDOKWQDIR?front.bmp");
-  char comment[264];
-  ASSERT_EQ(KUGetComment(comment), 1);
-  EXPECT_EQ(std::string(comment), path);
-  EXPECT_EQ(KUIsKSFFileNormalised(path.c_str()), 1);
-  const std::string other = dir.file("other.ksf");
-  saveShape(other, texture, "?WINDOWSDIR?\\wrap.bmp");  // one variablised texture is enough
-  EXPECT_EQ(KUIsKSFFileNormalised(other.c_str()), 1);
-}
-
-TEST(KUKSFNormalise, CopyGathersTexturesAndBadPathsFail) {
+TEST(KUKSFNormalise, ConvertPutsContentTexturesBesideTheShapeAndGatheringCopiesThem) {
   TempDir dir, target;
-  const std::string texture = dir.file("front.bmp"), path = dir.file("shape.ksf");
-  ASSERT_TRUE(writeFile(texture, "BM......"));
-  saveShape(path, texture);
-  const std::string targetDir = target.path() + "/";
-  ASSERT_EQ(KUCopyKSFFileParts(path.c_str(), targetDir.c_str()), 1);
-  EXPECT_TRUE(fileExists(target.file("front.bmp")));
-  EXPECT_EQ(frontTexture(path), targetDir + "front.bmp");
-
-  EXPECT_EQ(KUConvertKSFToRelative("?KALDOKWQDIR?shape.ksf"), 1);  // nothing to do
-  EXPECT_EQ(KUCopyKSFFileParts("", "x"), 1);
+  const std::string path = dir.file("shape.ksf"), texture = dir.file("front.bmp"),
+                    wrap = dir.file("wrap.bmp");
+  saveShape(path, texture, "C:\\Program Files\\kaldo3d\\kaldo\\w.exe");
+  EXPECT_EQ((Ints{KUIsKSFFileNormalised(path.c_str()), KUConvertKSFToRelative(path.c_str())}), (Ints{0, 1}));
+  EXPECT_EQ(textures(path), (Lines{"?KALDOKWQDIR?front.bmp", "?KALDOHOMEDIR?\\w.exe"}));
+  char comment[264];
+  EXPECT_EQ((Ints{KUGetComment(comment), KUIsKSFFileNormalised(path.c_str())}), (Ints{1, 1}));
+  EXPECT_EQ(comment, path);
+  const std::string saved = readFile(path);
+  EXPECT_EQ(KUConvertKSFToRelative(path.c_str()), 1);  // nothing left to convert
+  EXPECT_EQ(readFile(path), saved);
+  saveShape(path, texture, "?WINDOWSDIR?\\wrap.bmp");  // one variablised texture is enough
   const std::string missing = dir.file("absent.ksf");
-  EXPECT_EQ(KUConvertKSFToRelative(missing.c_str()), 0);
-  EXPECT_EQ(KUCopyKSFFileParts(missing.c_str(), dir.path().c_str()), 0);
-  EXPECT_EQ(KUIsKSFFileNormalised(missing.c_str()), 0);
+  EXPECT_EQ((Ints{KUIsKSFFileNormalised(path.c_str()), KUConvertKSFToRelative("?KALDOKWQDIR?shape.ksf"),
+                  KUConvertKSFToRelative(""), KUConvertKSFToRelative(missing.c_str()),
+                  KUIsKSFFileNormalised(missing.c_str()), KUIsKSFFileNormalised("")}),
+            (Ints{1, 1, 1, 0, 0, 0}));
+
+  const std::string to = target.path() + "/";
+  saveShape(path, dir.file("gone.bmp"), wrap);  // the first failure stops before anything is saved
+  const std::string unsaved = readFile(path);
+  EXPECT_EQ((Ints{KUCopyKSFFileParts(path.c_str(), to.c_str()), KUCopyKSFFileParts("", "x"),
+                  KUCopyKSFFileParts(missing.c_str(), to.c_str())}),
+            (Ints{0, 1, 0}));
+  EXPECT_EQ(readFile(path), unsaved);
 }

@@ -7,181 +7,160 @@
 #include <cstring>
 #include <string>
 
-#include "KFootPrint.h"
+#include "Allocation.h"
 #include "KGenList.h"
-#include "KVGen.h"
-#include "TestSupport.h"
 #include "VGenTestSupport.h"
 
 using namespace kutil::test;
 
-TEST(CKVGenModel, DefaultsAndTextCapacities) {
-  Gen gen;
-  int i = 0;
-  float f = 0.0f;
-  char text[600] = "untouched";
-  EXPECT_EQ(gen->KVGetFrontPlaneTexture(text), 0);
-  EXPECT_STREQ(text, "untouched");
-  gen->KVGetWrapTiling(&i);
-  EXPECT_EQ(i, 1);
-  EXPECT_EQ(gen->KVIsEdgeDetectBoxType(), 1);
-  gen->KVGetDeltaTranslation(&f);
-  EXPECT_EQ(f, 20.0f);
-  gen->KVGetDeltaRotation(&f);
-  unsigned bits = 0;
-  std::memcpy(&bits, &f, sizeof bits);
-  EXPECT_EQ(bits, 0x3EB2B8C2u);  // 0.34906584f
-  gen->KVSetEdgeDetectType(2);
-  EXPECT_EQ(gen->KVIsEdgeDetectBoxType(), 0);
-
-  gen->KVSetFrontPlaneTexture(std::string(600, 'n').c_str());
-  ASSERT_EQ(gen->KVGetFrontPlaneTexture(text), 1);
-  EXPECT_EQ(std::strlen(text), 276u);
-  gen->KVSetWrapIconIndex("0123456789abcdefXYZ");
-  ASSERT_EQ(gen->KVGetWrapIconIndex(text), 1);
-  EXPECT_STREQ(text, "0123456789abcdef");
-  EXPECT_EQ(gen->KVSetBackPlaneTexture(nullptr), 1);
-  EXPECT_EQ(gen->KVGetBackPlaneTexture(text), 0);
+TEST(CKVGenModel, SeedCursorMovesHaveExactOutcomes) {
+  Gen gen;  // the script ends with null arguments, which fail
+  run(gen.g, {{Del, 0, 1, U},   {First, 0, 0, U},  {Last, 0, 0, U},   {Next, 0, 0, U},  {Prev, 0, 0, U},
+              {Sel, 0, 0, U},   {Count, 0, 0, U},  {Ins, 5, 0, U},    {Upd, 5, 0, U},   {Add, 10, 1, U},
+              {Add, 20, 1, U},  {Add, 30, 1, U},   {Del, 0, 0, U},    {Next, 0, 0, U},  {Cur, 0, 0, U},
+              {Count, 0, 1, 3}, {First, 0, 1, 10}, {Prev, 0, 0, U},   {Cur, 0, 1, 10},  {Next, 0, 1, 20},
+              {Next, 0, 1, 30}, {Next, 0, 0, U},   {Cur, 0, 1, 30},   {Prev, 0, 1, 20}, {Sel, 3, 0, U},
+              {Cur, 0, 1, 20},  {Sel, -5, 1, U},   {Cur, 0, 1, 10},   {Ins, 15, 1, U},  {Cur, 0, 1, 10},
+              {GetN, 1, 1, 15}, {Upd, 16, 1, U},   {Cur, 0, 1, 16},   {Last, 0, 1, 30}, {Add, 40, 1, U},
+              {Cur, 0, 1, 30},  {Count, 0, 1, 5},  {Del, 0, 1, U},    {Cur, 0, 0, U},   {Count, 0, 1, 4},
+              {GetN, 3, 1, 40}, {Prev, 0, 1, 20},  {DelAll, 0, 1, U}, {Cur, 0, 0, U},   {Del, 0, 1, U},
+              {Count, 0, 0, U}, {Add, 50, 1, U},   {Last, 0, 1, 50},  {Del, 0, 1, U},   {Del, 0, 1, U},
+              {First, 0, 0, U}, {Count, 0, 0, U},  {Add, 1, 1, U},    {AddI, 3, 1, U},  {First, 0, 1, 1},
+              {Add, N, 0, U},   {Ins, N, 0, U},    {Upd, N, 0, U},    {First, N, 0, U}, {Last, N, 0, U},
+              {Next, N, 0, U},  {Prev, N, 0, U},   {GetN, N, 0, U},   {Cur, N, 0, U},   {Count, N, 0, U},
+              {CountI, N, 0, U}});
 }
 
-TEST(CKVGenModel, SeedCursorStopsAtBothEndsAndNumbersClampAtZero) {
-  Gen gen;
-  addSeed(gen.g, {vec(1, 0, 0), vec(2, 0, 0), vec(3, 0, 0)});
-  _D3DVECTOR p;
-  ASSERT_EQ(gen->KVGetFirstSeedVertex(&p), 1);
-  EXPECT_EQ(gen->KVGetPrevSeedVertex(&p), 0);
-  gen->KVGetNextSeedVertex(&p);
-  EXPECT_EQ(gen->KVGetNextSeedVertex(&p), 1);
-  EXPECT_EQ(gen->KVGetNextSeedVertex(&p), 0);
-  ASSERT_EQ(gen->KVGetSelectedSeedVertex(&p), 1);
-  EXPECT_EQ(p.x, 3.0f);
-  EXPECT_EQ(gen->KVSelectSeedVertexByNumber(3), 0);
-  gen->KVGetSelectedSeedVertex(&p);
-  EXPECT_EQ(p.x, 3.0f);  // the failed selection kept the cursor
-  gen->KVGetPrevSeedVertex(&p);
-  EXPECT_EQ(gen->KVDeleteSelectedSeedVertex(), 1);
-  EXPECT_EQ(gen->KVGetSelectedSeedVertex(&p), 0);
-  EXPECT_EQ(gen->KVDeleteSelectedSeedVertex(), 0);
-  ASSERT_EQ(gen->KVGetSeedVertexByNumber(-5, &p), 1);
-  EXPECT_EQ(p.x, 1.0f);
-
-  _D3DVECTOR none = vec(0, 0, 0);
-  gen->KVAddInstruction(9, &none, 0.0f);
-  ASSERT_EQ(gen->KVGenerate(), 1);
-  gen->KVSelectFirstGenPlane();
-  ASSERT_EQ(gen->KVGetGenVertexByNumber(-1, &p), 1);
-  EXPECT_EQ(p.x, 1.0f);
-  ASSERT_EQ(gen->KVSelectGenVertexByNumber(-3), 1);
-  EXPECT_EQ(gen->KVSelectGenVertexByNumber(7), 0);
-  EXPECT_EQ(gen->KVGetSelectedGenVertex(&p), 0);  // unlike the seed's, a failed selection clears it
+TEST(CKVGenModel, PlaneAndGeneratedVertexCursorsHaveExactOutcomes) {
+  Gen gen({vec(1, 0, 0), vec(2, 0, 0), vec(3, 0, 0)}, {1, 1, 1});  // plane k at z = k + 1
+  run(gen.g, {{FirstP, 0, 0, U}, {NextP, 0, 0, U},    {PrevP, 0, 0, U},  {FirstV, 0, 0, U}, {SelV, 0, 0, U},
+              {GetV, 0, 0, U},   {Generate, 0, 1, U}, {GetV, 0, 1, 301}, {CurV, 0, 0, U},   {PrevP, 0, 1, U},
+              {GetV, 0, 1, 201}, {NextP, 0, 1, U},    {NextP, 0, 0, U},  {GetV, 0, 1, 301}, {FirstP, 0, 1, U},
+              {PrevP, 0, 0, U},  {GetV, 0, 1, 101},   {NextV, 0, 0, U},  {UpdV, 9, 0, U},   {FirstV, 0, 1, U},
+              {CurV, 0, 1, 101}, {NextV, 0, 1, U},    {NextV, 0, 1, U},  {NextV, 0, 0, U},  {CurV, 0, 1, 103},
+              {GetV, 1, 1, 102}, {GetV, -2, 1, 101},  {GetV, 3, 0, U},   {CurV, 0, 1, 103}, {SelV, -1, 1, U},
+              {CurV, 0, 1, 101}, {SelV, 3, 0, U},     {CurV, 0, 0, U},   {SelV, 1, 1, U},   {UpdV, 9, 1, U},
+              {GetV, 1, 1, 9},   {CurV, 0, 1, 9}});
+  run(gen.g, {{CurV, N, 0, U}, {GetV, N, 0, U}, {UpdV, N, 0, U}, {CurV, 0, 1, 9}});
+  tagKTessVertex *t = nullptr, *none = nullptr;
+  EXPECT_EQ(gen->KVGetSelectedGenVertexTessPointer(&t), 1);
+  EXPECT_EQ(t, &GenInternals::selectedGenVertex(gen.g)->point.tess);
+  GenInternals::currentPlane(gen.g) = nullptr;
+  EXPECT_EQ(gen->KVGetSelectedGenVertexTessPointer(&none), 0);
+  run(gen.g, {{CurV, 0, 0, U}, {UpdV, 9, 0, U}, {NextV, 0, 0, U}, {FirstV, 0, 0, U}, {GetV, 0, 0, U}});
 }
 
-TEST(CKVGenModel, DeletingTheSelectedSeedVertexReachesEveryOutcome) {
+TEST(CKVGenModel, InstructionCursorMovesHaveExactOutcomes) {
   Gen gen;
-  EXPECT_EQ(gen->KVDeleteSelectedSeedVertex(), 1);  // no seed plane
-  addSeed(gen.g, {vec(1, 0, 0)});
-  EXPECT_EQ(gen->KVDeleteSelectedSeedVertex(), 0);  // a seed, nothing selected
-  ASSERT_EQ(gen->KVSelectSeedVertexByNumber(0), 1);
-  EXPECT_EQ(gen->KVDeleteSelectedSeedVertex(), 1);  // found and deleted
-  int n = 0;
-  EXPECT_EQ(gen->KVGetNumVertices(&n), 0);
-  EXPECT_EQ(gen->KVDeleteSelectedSeedVertex(), 1);  // the seed plane is left with an empty list
+  run(gen.g, {{FirstI, 0, 0, U}, {NextI, 0, 0, U},   {DelI, 0, 0, U},   {CountI, 0, 0, U}, {AddI, 7, 1, U},
+              {AddI, 8, 1, U},   {AddI, 9, 1, U},    {CountI, 0, 1, 3}, {NextI, 0, 0, U},  {FirstI, 0, 1, 7},
+              {NextI, 0, 1, 8},  {NextI, 0, 1, 9},   {NextI, 0, 0, U},  {DelI, 0, 1, U},   {DelI, 0, 0, U},
+              {NextI, 0, 0, U},  {CountI, 0, 1, 2},  {FirstI, 0, 1, 7}, {DelI, 0, 1, U},   {FirstI, 0, 1, 8},
+              {NextI, 0, 0, U},  {DelAllI, 0, 1, U}, {CountI, 0, 0, U}, {FirstI, 0, 0, U}});
 }
 
-TEST(CKVGenModel, InsertedVertexNeverGetsAFaceOutline) {
+TEST(CKVGenModel, ListsStayAsTheyWereWithoutMemoryAndOnlyAddedVerticesGetFaceOutlines) {
   Gen gen;
   gen->KVSetEdgeDetectType(EDGE_DETECT_FACE);
-  addSeed(gen.g, {vec(0, 0, 0), vec(4, 0, 0)});
-  ASSERT_EQ(gen->KVSelectSeedVertexByNumber(0), 1);
-  _D3DVECTOR mid = vec(2, 1, 0);
-  ASSERT_EQ(gen->KVInsertAfterSelectedSeedVertex(&mid), 1);
-  tagKExtrudeVertex* v0 = GenInternals::seedPlane(*gen)->vertices;
-  EXPECT_NE(v0->faceOutline, nullptr);
-  EXPECT_EQ(v0->next->faceOutline, nullptr);
-  EXPECT_NE(v0->next->next->faceOutline, nullptr);
-  _D3DVECTOR p;
-  gen->KVGetSelectedSeedVertex(&p);
-  EXPECT_EQ(p.x, 0.0f);  // the selection stays on the old vertex
-  gen->KVGetSeedVertexByNumber(1, &p);
-  EXPECT_EQ(p.x, 2.0f);
-
-  Gen boxGen;
-  addSeed(boxGen.g, {vec(0, 0, 0)});
-  EXPECT_EQ(GenInternals::seedPlane(*boxGen)->vertices->faceOutline, nullptr);
-  EXPECT_EQ(boxGen->KVInsertAfterSelectedSeedVertex(&mid), 0);  // nothing selected
+  run(gen.g, {{Add, 0, 1, U}, {Add, 4, 1, U}, {First, 0, 1, 0}, {Ins, 2, 1, U}, {AddI, 3, 1, U}});
+  const tagKExtrudeVertex* v = GenInternals::seedPlane(gen.g)->vertices;
+  EXPECT_EQ((Ints{v->faceOutline != nullptr, v->next->faceOutline != nullptr,
+                  v->next->next->faceOutline != nullptr}),
+            (Ints{1, 0, 1}));
+  tagKTessVertex* t = nullptr;
+  EXPECT_EQ(gen->KVGetSelectedSeedVertexTessPointer(&t), 1);
+  EXPECT_EQ(t, &v->point.tess);
+  int status[3];
+  {
+    AllocationFailure noMemory;
+    const _D3DVECTOR p = vec(9, 9, 9);
+    status[0] = gen->KVAddSeedVertex(&p);
+    status[1] = gen->KVInsertAfterSelectedSeedVertex(&p);
+    status[2] = gen->KVAddInstruction(3, &p, 1);
+  }
+  EXPECT_EQ(Ints(status, status + 3), (Ints{0, 0, 0}));
+  run(gen.g, {{Count, 0, 1, 3}, {CountI, 0, 1, 1}, {Cur, 0, 1, 0}});
+  Gen box({vec(0, 0, 0)});
+  EXPECT_EQ(GenInternals::seedPlane(box.g)->vertices->faceOutline, nullptr);
 }
 
-TEST(CKVGenModel, SeedFromFootPrintCopiesEdgeStartsAndRestoresTheCursor) {
+TEST(CKVGenModel, SettingsStartAtTheirDefaultsAndRoundTrip) {
+  Gen gen;  // empty texts and icons are "not set"; the normal direction is unset (-1)
+  run(gen.g, {{GetFPT, 0, 0, U},    {SetFPT, 12, 1, U},   {GetFPT, 0, 1, 12},   {SetFPT, 0, 1, U},
+              {GetFPT, 0, 0, U},    {GetBPT, 0, 0, U},    {SetBPT, 13, 1, U},   {GetBPT, 0, 1, 13},
+              {SetBPT, 0, 1, U},    {GetBPT, 0, 0, U},    {GetWST, 0, 0, U},    {SetWST, 14, 1, U},
+              {GetWST, 0, 1, 14},   {SetWST, 0, 1, U},    {GetWST, 0, 0, U},    {GetFIC, 0, 0, U},
+              {SetFIC, 15, 1, U},   {GetFIC, 0, 1, 15},   {SetFIC, 0, 1, U},    {GetFIC, 0, 0, U},
+              {GetBIC, 0, 0, U},    {SetBIC, 16, 1, U},   {GetBIC, 0, 1, 16},   {SetBIC, 0, 1, U},
+              {GetBIC, 0, 0, U},    {GetWIC, 0, 0, U},    {SetWIC, 17, 1, U},   {GetWIC, 0, 1, 17},
+              {SetWIC, 0, 1, U},    {GetWIC, 0, 0, U},    {GetFT, 0, 1, 1},     {SetFT, 7, 1, U},
+              {GetFT, 0, 1, 7},     {GetBT, 0, 1, 1},     {SetBT, 8, 1, U},     {GetBT, 0, 1, 8},
+              {GetWT, 0, 1, 1},     {SetWT, 9, 1, U},     {GetWT, 0, 1, 9},     {GetEdge, 0, 1, 1},
+              {IsBox, 0, 1, U},     {SetEdge, 2, 1, U},   {GetEdge, 0, 1, 2},   {IsBox, 0, 0, U},
+              {GetNormal, 0, 0, U}, {SetNormal, 1, 1, U}, {GetNormal, 0, 1, 1}, {SetNormal, -1, 1, U},
+              {GetNormal, 0, 0, U}, {GetDT, 0, 1, 20000}, {GetDR, 0, 1, 349},   {SetDT, 10, 1, U},
+              {SetDR, 3, 1, U},     {GetDT, 0, 1, 2500},  {GetDR, 0, 1, 750},   {GetDT, N, 0, U},
+              {GetFT, N, 0, U}});
+}
+
+TEST(CKVGenModel, SeedFromFootPrintValidityAndIntegrityLog) {
   CKFootPrint fp, empty;
   fp.FPInitialise();
   empty.FPInitialise();
-  fp.FPAddVertex(1, 2, 3);
-  fp.FPAddVertex(4, 5, 6);
-  fp.FPAddVertex(7, 8, 9);
+  for (int i = 0; i < 3; ++i) fp.FPAddVertex(1.0f + 3 * i, 2.0f + 3 * i, 3.0f + 3 * i);
   fp.FPSelectFirstEdge();
   fp.FPSelectNextEdgeNoWrap();
-  Gen gen;
-  addSeed(gen.g, {vec(100, 0, 0)});
+  Gen gen({vec(100, 0, 0)});
   ASSERT_EQ(gen->KVSeedFromFootPrint(&fp), 1);
-  int n = 0;
-  gen->KVGetNumVertices(&n);
-  EXPECT_EQ(n, 3);
+  expectNear(planeOf(gen.g), {vec(1, 2, 3), vec(4, 5, 6), vec(7, 8, 9)}, 0.0f);
   _D3DVECTOR p;
-  gen->KVGetLastSeedVertex(&p);
-  EXPECT_EQ(p.x, 7.0f);
   fp.FPGetEdgeFromVector(&p);
-  EXPECT_EQ(p.x, 4.0f);
+  EXPECT_EQ(p.x, 4.0f);  // the footprint's cursor was restored
   EXPECT_EQ(gen->KVSeedFromFootPrint(&empty), 0);
-  EXPECT_EQ(gen->KVGetNumVertices(&n), 0);  // the old seed is gone
+  run(gen.g, {{Count, 0, 0, U}});  // the old seed is gone
   fp.FPTerminate();
   empty.FPTerminate();
-}
 
-TEST(CKVGenModel, ValidityLevelsAndIntegrityLog) {
-  Gen gen;
-  EXPECT_EQ(gen->KVIsValid(1), 0);
-  addSeed(gen.g, {vec(0, 0, 0)});
-  EXPECT_EQ(gen->KVIsValid(2), 0);
-  EXPECT_EQ(gen->KVIsValid(0), 0);
-  addSeed(gen.g, {vec(1, 0, 0)});
-  EXPECT_EQ(gen->KVIsValid(2), 1);
-  EXPECT_EQ(gen->KVIsValid(3), 0);  // two vertices make no triangle
+  const Points seeds[] = {
+      {}, {vec(0, 0, 0)}, {vec(0, 0, 0), vec(2, 0, 0)}, {vec(0, 0, 0), vec(2, 0, 0), vec(1, 3, 0)}};
+  const Ints valid[] = {{0, 0, 0, 0, 0}, {0, 1, 0, 0, 0}, {0, 1, 1, 0, 0}, {0, 1, 1, 1, 0}};  // levels 0 to 4
+  for (int n = 0; n < 4; ++n) {
+    Gen g(seeds[n]);
+    EXPECT_EQ((Ints{g->KVIsValid(0), g->KVIsValid(1), g->KVIsValid(2), g->KVIsValid(3), g->KVIsValid(4)}),
+              valid[n]);
+    EXPECT_EQ(GenInternals::tessellation(g.g) != nullptr, n == 3);  // level 3 tessellates
+  }
 
-  kutil::test::TempDir dir;
-  const std::string path = dir.file("log.txt");
-  FILE* log = std::fopen(path.c_str(), "w");
+  TempDir dir;
+  FILE* log = std::fopen(dir.file("log.txt").c_str(), "w");
   ASSERT_NE(log, nullptr);
-  char error[64] = "";
+  char error[64] = "untouched";
   EXPECT_EQ(gen->KVCheckIntegrity(error, log), 1);
   std::fclose(log);
-  EXPECT_EQ(kutil::test::readFile(path), "  Extruder: footprint.");
-  EXPECT_EQ(gen->KVCheckIntegrity(error, nullptr), 1);
+  EXPECT_EQ(readFile(dir.file("log.txt")), "  Extruder: footprint.");
+  EXPECT_STREQ(error, "untouched");
 }
 
 TEST(KUVertexText, SegmentRoundTripShortInputAndVertexList) {
   char text[160];
   _D3DVECTOR v = vec(1.5f, -2.0f, 3.25f), back = vec(9, 9, 9);
-  ASSERT_EQ(KUMkVertexSegment(text, &v), 1);
+  EXPECT_EQ((Ints{KUMkVertexSegment(text, &v), KUExtractVertexSegment(&back, "1.0,2.0")}), (Ints{1, 0}));
   EXPECT_STREQ(text, "1.5000,-2.0000,3.2500");
+  expectNear(back, vec(9, 9, 9), 0.0f);
   ASSERT_EQ(KUExtractVertexSegment(&back, text), 1);
-  kutil::test::expectNear(back, v);
-  back = vec(9, 9, 9);
-  EXPECT_EQ(KUExtractVertexSegment(&back, "1.0,2.0"), 0);
-  EXPECT_EQ(back.x, 9.0f);
-  _D3DVECTOR huge = vec(3.4e38f, -3.4e38f, 3.4e38f);
-  EXPECT_EQ(KUMkVertexSegment(text, &huge), 1);
-  EXPECT_LT(std::strlen(text), sizeof text);
+  expectNear(back, v, 0.0f);
 
   CKGenList* list = nullptr;
-  ASSERT_EQ(KUUpdateVertexList(&list, &v), 1);  // made on demand
-  ASSERT_EQ(KUUpdateVertexList(&list, &huge), 1);
+  EXPECT_EQ((Ints{KUUpdateVertexList(&list, &v), KUUpdateVertexList(&list, &back),
+                  KUUpdateVertexList(nullptr, &v)}),
+            (Ints{1, 1, 0}));  // the list is made on demand
   void* obj = nullptr;
   void* comp = nullptr;
-  ASSERT_EQ(list->GLSelectFirstObject(&obj, &comp), 1);
-  EXPECT_EQ(static_cast<float*>(obj)[2], 3.25f);
-  std::free(obj);
-  ASSERT_EQ(list->GLSelectNextObject(&obj, &comp), 1);
-  std::free(obj);
+  for (int ok = list->GLSelectFirstObject(&obj, &comp), n = 0; ok;
+       ok = list->GLSelectNextObject(&obj, &comp), ++n) {
+    const float* f = static_cast<float*>(obj);
+    expectNear(vec(f[0], f[1], f[2]), n == 0 ? v : back, 0.0f);
+    std::free(obj);
+  }
   delete list;
-  EXPECT_EQ(KUUpdateVertexList(nullptr, &v), 0);
 }
