@@ -51,7 +51,7 @@ void readField(tagMarkerItem& m, const char* line) {
   for (const char* tag : kFieldTags) {
     if (KUExtractField(tag, line, value, kLine - 1) != 1) continue;
     if (std::strcmp(tag, "[MKN]") == 0) {
-      std::snprintf(m.name, sizeof m.name, "%s", value);
+      std::snprintf(m.name, sizeof m.name, "%.*s", static_cast<int>(sizeof m.name) - 1, value);
     } else if (int* i = intField(m, tag)) {
       KUSafeATOI(value, i);
     } else if (float* f = floatField(m, tag)) {
