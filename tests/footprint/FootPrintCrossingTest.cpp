@@ -8,11 +8,9 @@
 #include <vector>
 
 #include "FootPrintTestSupport.h"
-#include "KFootPrint.h"
 
 using kutil::test::makeFootPrint;
 using kutil::test::makeSquare;
-using kutil::test::vec;
 
 TEST(FootPrintCrossing, SquareWithAndWithoutTheMargin) {
   CKFootPrint fp;
@@ -21,181 +19,216 @@ TEST(FootPrintCrossing, SquareWithAndWithoutTheMargin) {
     _D3DVECTOR pos, step;
     int margin, noMargin;
   } rows[] = {
-      {vec(5, 0, 5), vec(0, 0, 4.8f), 1, 0},  // ends within 0.3 of the wall
-      {vec(5, 0, 5), vec(0, 0, 4.6f), 0, 0},
-      {vec(5, 0, 5), vec(0, 0, 6), 0, 1},          // the margin form looks only at where the step ends
-      {vec(5, 0, 5), vec(5.2f, 0, -5.25f), 0, 1},  // beyond a corner the perpendicular foot misses
-      {vec(9.9f, 3, 5), vec(0, 0, 0), 1, 0},       // standing still beside a wall
+      {{5, 0, 5}, {0, 0, 4.8f}, 1, 0},  // ends within 0.3 of the wall
+      {{5, 0, 5}, {0, 0, 4.6f}, 0, 0},
+      {{5, 0, 5}, {0, 0, 6}, 0, 1},          // the margin form looks only at where the step ends
+      {{5, 0, 5}, {5.2f, 0, -5.25f}, 0, 1},  // beyond a corner the perpendicular foot misses
+      {{9.9f, 3, 5}, {0, 0, 0}, 1, 0},       // standing still beside a wall
+      {{5, 0, 5}, {-4.8f, 0, 0}, 1, 0},
+      {{5, 0, 5}, {4.75f, 0, 0.5f}, 1, 0},
+      {{5, 0, 5}, {-6, 0, 1}, 0, 1},
+      {{0, 0, 10}, {0, 0, 0}, 0, 1},  // on a corner
   };
   for (const auto& r : rows) {
     SCOPED_TRACE(::testing::Message() << "step " << r.step.x << "," << r.step.z);
     EXPECT_EQ(r.margin, fp.FPIsBoundaryCrossed(&r.pos, &r.step));
     EXPECT_EQ(r.noMargin, fp.FPIsBoundaryCrossedNoMargin(&r.pos, &r.step));
   }
-  _D3DVECTOR in = vec(5, 0, 5), out = vec(15, 0, 5), high = vec(5, 40, 5);
+  _D3DVECTOR in = {5, 0, 5}, out = {15, 0, 5}, high = {5, 40, 5};
   EXPECT_EQ(fp.FPIsPointInside(&high), 1);  // y is never tested
   EXPECT_EQ(fp.FPIsPointInside(&out), 0);
   EXPECT_EQ(fp.FPPointsAreOnTheSameSide(&in, &high), 1);
   EXPECT_EQ(fp.FPPointsAreOnTheSameSide(&in, &out), 0);
 }
 
-TEST(FootPrintCrossing, LineIntersectionKinds) {
-  CKFootPrint fp;
-  fp.FPInitialise();
+TEST(FootPrintCrossing, SegmentsCrossingKindPointAndDistance) {
+  const float untouched = -7.0f;
+  const struct {
+    _D3DVECTOR p1, p2, q1, q2;
+    int cross, kind;
+    float x, z, distance;  // the crossing point; the distance from q1, or untouched
+  } rows[] = {
+      {{0, 5, 0}, {4, 5, 4}, {0, 2, 4}, {4, 2, 0}, 1, 0, 2, 2, std::sqrt(12.0f)},   // q1's height counts
+      {{2, 0, 2}, {4, 0, 4}, {0, 0, 4}, {4, 0, 0}, 1, 0, 2, 2, std::sqrt(8.0f)},    // at an end point
+      {{0, 0, 0}, {1, 0, 1}, {0, 0, 4}, {4, 0, 0}, 0, 0, 2, 2, untouched},          // beyond the first
+      {{0, 0, 0}, {4, 0, 4}, {0, 0, 4}, {1, 0, 3}, 0, 0, 2, 2, untouched},          // beyond the second
+      {{1, 0, -5}, {1, 0, 5}, {0, 5, 0}, {4, 5, 4}, 1, 0, 1, 1, std::sqrt(27.0f)},  // constant x
+      {{0, 5, 0}, {4, 5, 4}, {1, 0, -5}, {1, 0, 5}, 1, 0, 1, 1, 6},
+      {{3, 0, -1}, {3, 0, 9}, {0, 0, 5}, {10, 0, 5}, 1, 0, 3, 5, 3},  // constant x against constant z
+      {{0, 0, 5}, {10, 0, 5}, {3, 0, -1}, {3, 0, 9}, 1, 0, 3, 5, 6},
+      {{0, 0, 1}, {4, 0, 1}, {0, 0, -2}, {4, 0, 6}, 1, 0, 1.5f, 1, std::sqrt(11.25f)},  // constant z
+      {{0, 0, 1}, {4, 0, 1}, {5, 0, 0}, {9, 0, 8}, 0, 0, 5.5f, 1, untouched},
+      {{0, 0, 0}, {4, 0, 0}, {2, 0, 0}, {6, 0, 0}, 1, 1, 4, 0, 0},  // collinear overlap: the first's end
+      {{6, 0, 0}, {3, 0, 0}, {0, 0, 0}, {4, 0, 0}, 1, 1, 3, 0, 0},
+      {{0, 0, 5}, {10, 0, 5}, {12, 0, 5}, {14, 0, 5}, 0, 1, -1, -1, untouched},  // collinear apart
+      {{0, 0, 0}, {4, 0, 0}, {0, 0, 1}, {4, 0, 1}, 0, 2, 0, 0, untouched},       // parallel apart
+      {{1, 0, 0}, {1, 0, 4}, {2, 0, 0}, {2, 0, 4}, 0, 2, 0, 0, untouched},
+      {{0, 0, 0}, {2, 0, 2}, {0, 0, 1}, {2, 0, 3}, 0, 2, 0, 0, untouched},
+      {{0, 0, 0}, {2, 0, 2}, {1, 0, 1}, {3, 0, 3}, 1, 1, 2, 2, 0},
+  };
+  for (const auto& r : rows) {
+    SCOPED_TRACE(::testing::Message() << r.p1.x << "," << r.p1.z << " " << r.q1.x << "," << r.q1.z);
+    CKFootPrint fp;
+    fp.FPInitialise();
+    tagKLineEquation a, b;
+    ASSERT_EQ(fp.FPMakeLineEquation(&a, &r.p1, &r.p2) + fp.FPMakeLineEquation(&b, &r.q1, &r.q2), 2);
+    EXPECT_EQ(fp.FPDoLinesCross(&r.p1, &r.p2, &r.q1, &r.q2), r.cross);
+    EXPECT_EQ(fp.FPDoLinesCross(&a, &r.q1, &r.q2), r.cross);
+    EXPECT_EQ(fp.FPDoLinesCross(&a, &b), r.cross);
+    int kind = -5;
+    EXPECT_EQ(fp.FPGetCoincidenceKind(&kind), 1);
+    EXPECT_EQ(kind, r.kind);
+    _D3DVECTOR c = {-9, -9, -9};
+    EXPECT_EQ(fp.FPGetCrossingPoint(&c), 1);
+    if (r.x != -1) {
+      EXPECT_NEAR(c.x, r.x, 1e-5);
+      EXPECT_NEAR(c.z, r.z, 1e-5);
+      EXPECT_EQ(c.y, 0.0f);
+    }
+    float distance = untouched;
+    EXPECT_EQ(fp.FPDistanceToEdge(&r.p1, &r.p2, &r.q1, &r.q2, &distance), r.distance == untouched ? 0 : 1);
+    EXPECT_NEAR(distance, r.distance, 1e-5);
+  }
+  CKFootPrint fresh;
+  fresh.FPInitialise();
   int kind = 9;
-  _D3DVECTOR c, a1 = vec(0, 5, 0), a2 = vec(4, 5, 4), b1 = vec(0, 0, 4), b2 = vec(4, 0, 0);
-  ASSERT_EQ(fp.FPDoLinesCross(&a1, &a2, &b1, &b2), 1);
-  fp.FPGetCrossingPoint(&c);
-  EXPECT_FLOAT_EQ(c.x, 2.0f);
-  EXPECT_FLOAT_EQ(c.y, 0.0f);                       // the second line's height
-  _D3DVECTOR s1 = vec(0, 0, 0), s2 = vec(1, 0, 1);  // the lines meet beyond this segment
-  EXPECT_EQ(fp.FPDoLinesCross(&s1, &s2, &b1, &b2), 0);
-
-  _D3DVECTOR v1 = vec(1, 0, -5), v2 = vec(1, 0, 5);  // constant x against a general line
-  tagKLineEquation vertical, la, lb;
-  fp.FPMakeLineEquation(&vertical, &v1, &v2);
-  ASSERT_EQ(fp.FPDoLinesCross(&vertical, &a1, &a2), 1);
-  fp.FPGetCrossingPoint(&c);
-  EXPECT_FLOAT_EQ(c.z, 1.0f);
-
-  _D3DVECTOR h1 = vec(0, 0, 0), h2 = vec(4, 0, 0), h3 = vec(2, 0, 0), h4 = vec(6, 0, 0);
-  fp.FPMakeLineEquation(&la, &h1, &h2);
-  fp.FPMakeLineEquation(&lb, &h3, &h4);
-  ASSERT_EQ(fp.FPDoLinesCross(&la, &lb), 1);  // collinear overlap: kind 1 at the first segment's end
-  fp.FPGetCoincidenceKind(&kind);
-  EXPECT_EQ(kind, 1);
-  fp.FPGetCrossingPoint(&c);
-  EXPECT_FLOAT_EQ(c.x, 4.0f);
-  _D3DVECTOR p1 = vec(0, 0, 1), p2 = vec(4, 0, 1);
-  EXPECT_EQ(fp.FPDoLinesCross(&h1, &h2, &p1, &p2), 0);  // parallel apart: kind 2
-  fp.FPGetCoincidenceKind(&kind);
-  EXPECT_EQ(kind, 2);
+  EXPECT_EQ(fresh.FPGetCoincidenceKind(&kind), 0) << "no lines met yet";
+  EXPECT_EQ(kind, 9);
 }
 
 TEST(FootPrintSlide, StepKeepsOnlyItsComponentAlongTheWall) {
-  _D3DVECTOR a = vec(0, 0, 0), b = vec(10, 0, 0);
+  _D3DVECTOR a = {0, 0, 0}, b = {10, 0, 0};
   const struct {
     _D3DVECTOR wallEnd, step, want;
   } rows[] = {
-      {b, vec(1, 0.5f, 1), vec(1, 0.5f, 0)},
-      {b, vec(-1, 0.5f, 1), vec(-1, 0.5f, 0)},
-      {a, vec(3, 2, 4), vec(0, 2, 0)},  // a wall of no length keeps only the vertical part
+      {b, {1, 0.5f, 1}, {1, 0.5f, 0}},
+      {b, {-1, 0.5f, 1}, {-1, 0.5f, 0}},
+      {{0, 0, 10}, {3, -1, 4}, {0, -1, 4}},
+      {{0, 0, 10}, {3, 2, -4}, {0, 2, -4}},
+      {{3, 0, 4}, {5, 0, 0}, {1.8f, 0, 2.4f}},
+      {a, {3, 2, 4}, {0, 2, 0}},  // a wall of no length keeps only the vertical part
   };
   for (const auto& r : rows) {
     _D3DVECTOR step = r.step;
     EXPECT_EQ(CKFootPrint::FPAdjustTranslation(&a, &r.wallEnd, &step), 1);
-    EXPECT_FLOAT_EQ(step.x, r.want.x);
-    EXPECT_FLOAT_EQ(step.y, r.want.y);
-    EXPECT_FLOAT_EQ(step.z, r.want.z);
+    EXPECT_NEAR(step.x, r.want.x, 1e-5);
+    EXPECT_EQ(step.y, r.want.y);
+    EXPECT_NEAR(step.z, r.want.z, 1e-5);
   }
-}
-
-TEST(FootPrintSlide, RandomSlidesNeverPushIntoTheWall) {
+  // Any wall, any step: the slide runs along the wall, in the step's sense, never longer than the step.
   std::mt19937 rng(1234);
   std::uniform_real_distribution<float> coord(-20.0f, 20.0f);
   for (int i = 0; i < 2000; ++i) {
     const float y = coord(rng);
-    _D3DVECTOR a = vec(coord(rng), y, coord(rng)), b = vec(coord(rng), y, coord(rng));
-    const _D3DVECTOR before = vec(coord(rng) / 4, coord(rng), coord(rng) / 4);
+    _D3DVECTOR s = {coord(rng), y, coord(rng)}, e = {coord(rng), y, coord(rng)};
+    const _D3DVECTOR before = {coord(rng) / 4, coord(rng), coord(rng) / 4};
     _D3DVECTOR step = before;
-    CKFootPrint::FPAdjustTranslation(&a, &b, &step);
-    const double ex = b.x - a.x, ez = b.z - a.z, len = std::hypot(ex, ez);
+    CKFootPrint::FPAdjustTranslation(&s, &e, &step);
+    const double ex = e.x - s.x, ez = e.z - s.z, len = std::hypot(ex, ez);
     if (len < 0.01) continue;
-    EXPECT_NEAR((step.x * ez - step.z * ex) / len, 0.0, 1e-4);  // nothing square to the wall
-    EXPECT_GE((step.x * ex + step.z * ez) * (before.x * ex + before.z * ez), -1e-6);  // sense kept
-    EXPECT_LE(std::hypot(step.x, step.z), std::hypot(before.x, before.z) + 1e-4);
+    EXPECT_NEAR((step.x * ez - step.z * ex) / len, 0.0, 1e-4);
+    EXPECT_GE((step.x * ex + step.z * ez) * (before.x * ex + before.z * ez), -1e-6);
+    EXPECT_NEAR(std::fabs(step.x * ex + step.z * ez) / len, std::fabs(before.x * ex + before.z * ez) / len,
+                1e-4);
     EXPECT_EQ(step.y, before.y);
   }
 }
 
-TEST(FootPrintEdgeQueries, HeightDistanceAndCoincidentEdge) {
+TEST(FootPrintEdgeQueries, HeightSampleDistanceAndCoincidentEdge) {
   CKFootPrint fp;
-  makeFootPrint(fp, {vec(0, 0, 0), vec(0, 4, 8), vec(5, 0, 0)});
-  _D3DVECTOR p = vec(0, 99, 2);
+  makeFootPrint(fp, {{0, 0, 0}, {0, 4, 8}, {5, 0, 0}, {5, 0, 0}});
+  _D3DVECTOR p = {0, 99, 2};
+  EXPECT_EQ(fp.FPUpdateYFromSelectedEdgeCrossing(&p), 0) << "no current edge";
+  EXPECT_EQ(p.y, 99.0f);
   fp.FPSelectFirstEdge();
-  ASSERT_EQ(fp.FPUpdateYFromSelectedEdgeCrossing(&p), 1);  // constant x: interpolated along z
+  ASSERT_EQ(fp.FPUpdateYFromSelectedEdgeCrossing(&p), 1);  // constant x: along z
   EXPECT_FLOAT_EQ(p.y, 1.0f);
-  float distance = -1;
-  fp.FPSelectNextEdgeNoWrap();
+  fp.FPSelectNextEdgeNoWrap();  // (0, 4, 8) -> (5, 0, 0): along x
+  p = {1.25f, 99, 0};
+  ASSERT_EQ(fp.FPUpdateYFromSelectedEdgeCrossing(&p), 1);
+  EXPECT_FLOAT_EQ(p.y, 3.0f);
+  fp.FPSelectNextEdgeNoWrap();  // of no length
+  ASSERT_EQ(fp.FPUpdateYFromSelectedEdgeCrossing(&p), 1);
+  EXPECT_EQ(p.y, 0.0f);
   fp.FPSelectNextEdgeNoWrap();  // (5, 0, 0) -> (0, 0, 0)
-  p = vec(-3, 0, 4);
-  ASSERT_EQ(fp.FPGetEdgeSampleDistance(&p, &distance), 1);
-  EXPECT_FLOAT_EQ(distance, 5.0f);  // nearest to the end point
-  _D3DVECTOR p1 = vec(0, 0, 5), p2 = vec(10, 0, 5), q1 = vec(3, 2, 0), q2 = vec(3, 2, 10);
-  _D3DVECTOR far1 = vec(12, 0, 5), far2 = vec(14, 0, 5);  // collinear but apart
-  ASSERT_EQ(fp.FPDistanceToEdge(&p1, &p2, &q1, &q2, &distance), 1);
-  EXPECT_FLOAT_EQ(distance, std::sqrt(29.0f));  // q1's height counts
-  EXPECT_EQ(fp.FPDistanceToEdge(&p1, &p2, &far1, &far2, &distance), 0);
-
+  float distance = -1;
+  const struct {
+    _D3DVECTOR at;
+    float distance;
+  } samples[] = {{{-3, 0, 4}, 5}, {{2, 7, -3}, 3}, {{8, 0, 4}, 5}};  // nearest to an end, or across
+  for (const auto& s : samples) {
+    ASSERT_EQ(fp.FPGetEdgeSampleDistance(&s.at, &distance), 1);
+    EXPECT_FLOAT_EQ(distance, s.distance);
+  }
   makeSquare(fp);
-  _D3DVECTOR a = vec(10, 0, 10), b = vec(12, 0, 10), cursor;  // touches an edge at its end only
+  _D3DVECTOR a = {10, 0, 10}, b = {12, 0, 10}, cursor;  // touches an edge at its end only
   EXPECT_EQ(fp.FPSelectCoincidentEdge(&a, &b), 0);
-  a = vec(6, 0, 10), b = vec(5.5f, 3, 10);
+  a = {6, 0, 10}, b = {5.5f, 3, 10};
   ASSERT_EQ(fp.FPSelectCoincidentEdge(&a, &b), 1);
   fp.FPGetEdgeFromVector(&cursor);
-  EXPECT_FLOAT_EQ(cursor.x, 10.0f);
-  EXPECT_FLOAT_EQ(cursor.z, 10.0f);
+  EXPECT_EQ(cursor.x + cursor.z, 20.0f);
 }
 
 TEST(FootPrintClearance, WallBoxCrossingAndSlopingFloorModes) {
   CKFootPrint wall;
-  ASSERT_EQ(makeFootPrint(wall, {vec(0, 0, 0), vec(10, 0, 0), vec(10, 3, 0), vec(0, 3, 0)}), 1);
-  _D3DVECTOR from = vec(5, 1, -1), to = vec(5, 1, 1), on = vec(5, 1, 0), top, bottom;
+  ASSERT_EQ(makeFootPrint(wall, {{0, 0, 0}, {10, 0, 0}, {10, 3, 0}, {0, 3, 0}}), 1);
+  _D3DVECTOR from = {5, 1, -1}, to = {5, 1, 1}, on = {5, 1, 0}, top = {9, 9, 9}, bottom = {9, 9, 9};
   _D3DRMBOX box;
   ASSERT_EQ(wall.FPBoxBoundaryCrossingExclusive(&from, &to, &box), 1);
-  EXPECT_FLOAT_EQ(box.min.y, 0.0f);  // the crossed edges' heights
-  EXPECT_FLOAT_EQ(box.max.y, 3.0f);
+  EXPECT_EQ(box.min.y * 10 + box.max.y, 3.0f);                        // the crossed edges' heights
   EXPECT_EQ(wall.FPBoxBoundaryCrossingExclusive(&on, &to, &box), 0);  // own end points ignored
   EXPECT_EQ(wall.FPBoxBoundaryCrossingInclusive(&on, &to, &box), 1);
   EXPECT_EQ(wall.FPBoxBoundaryCrossingInclusive(&on, &on, &box), 1);
   EXPECT_EQ(wall.FPGetFaceClearance(&from, &to, &top, &bottom, 1), 0);  // cannot solve a vertical plane
   EXPECT_EQ(wall.FPGetFaceClearance(&from, &to, &top, &bottom, 7), 0);
+  ASSERT_EQ(wall.FPGetClearance(&from, &to, &top, &bottom, 1, 1), 1);  // an upright face: its crossing
+  EXPECT_EQ(top.y * 10 + bottom.y, 30.0f);
+  EXPECT_EQ(top.x + top.z + bottom.x + bottom.z, 36.0f) << "only y is written";
 
   CKFootPrint floor;  // y = x / 2
-  ASSERT_EQ(makeFootPrint(floor, {vec(0, 0, 0), vec(10, 5, 0), vec(10, 5, 10), vec(0, 0, 10)}), 1);
-  from = vec(5, 0, 5), to = vec(12, 0, 5), on = vec(6, 0, 5);
-  const float modes[][3] = {{0, 5.0f, 2.5f}, {1, 2.5f, 2.5f}};  // mode 0: the crossed edge over the plane
+  ASSERT_EQ(makeFootPrint(floor, {{0, 0, 0}, {10, 5, 0}, {10, 5, 10}, {0, 0, 10}}), 1);
+  from = {5, 0, 5}, to = {12, 0, 5}, on = {6, 0, 5};
+  _D3DVECTOR outside = {-2, 0, 5};
+  const struct {
+    _D3DVECTOR *from, *to;
+    int mode, result;
+    float top, bottom;
+  } modes[] = {{&from, &to, 0, 1, 5, 2.5f},      {&to, &from, 0, 1, 5, 2.5f}, {&from, &to, 1, 1, 2.5f, 2.5f},
+               {&from, &to, 2, 1, 5, 5},         {&outside, &to, 0, 1, 5, 0}, {&from, &on, 0, 0, 9, 9},
+               {&outside, &outside, 0, 0, 9, 9}, {&from, &on, 2, 0, 9, 9}};
   for (const auto& m : modes) {
-    ASSERT_EQ(floor.FPGetFaceClearance(&from, &to, &top, &bottom, static_cast<int>(m[0])), 1);
-    EXPECT_FLOAT_EQ(top.y, m[1]);
-    EXPECT_FLOAT_EQ(bottom.y, m[2]);
+    SCOPED_TRACE(m.mode);
+    top = bottom = {9, 9, 9};
+    EXPECT_EQ(floor.FPGetFaceClearance(m.from, m.to, &top, &bottom, m.mode), m.result);
+    EXPECT_EQ(top.y * 100 + bottom.y, m.top * 100 + m.bottom);
   }
-  EXPECT_EQ(floor.FPGetFaceClearance(&from, &on, &top, &bottom, 0), 0);  // nothing crossed ...
-  ASSERT_EQ(floor.FPGetClearance(&from, &on, &top, &bottom, 0, 0), 1);   // ... so the box answers
-  EXPECT_FLOAT_EQ(top.y, 5.0f);
-  EXPECT_FLOAT_EQ(bottom.y, 0.0f);
+  ASSERT_EQ(floor.FPGetClearance(&from, &on, &top, &bottom, 0, 0), 1);  // nothing crossed: the box answers
+  EXPECT_EQ(top.y * 10 + bottom.y, 50.0f);
 }
 
 TEST(FootPrintBadInput, DegenerateFootPrintsGiveTheDocumentedAnswers) {
   CKFootPrint fp;
   fp.FPInitialise();
-  _D3DVECTOR p = vec(1, 0, 1), q = vec(5, 0, 5), zero = vec(0, 0, 0);
+  _D3DVECTOR p = {1, 0, 1}, q = {5, 0, 5}, zero = {0, 0, 0}, top, bottom;
   _D3DRMBOX box;
   float distance;
   EXPECT_EQ(fp.FPIsPointInside(&p) + fp.FPIsBoundaryCrossed(&p, &q) + fp.FPIsBoundaryCrossedNoMargin(&p, &q),
             0);
   EXPECT_EQ(fp.FPPointsAreOnTheSameSide(&p, &q), 1);
   EXPECT_EQ(fp.FPBoxBoundaryCrossingInclusive(&p, &q, &box) + fp.FPSelectCoincidentEdge(&p, &q), 0);
-  EXPECT_EQ(fp.FPGetEdgeSampleDistance(&p, &distance), 0);
+  EXPECT_EQ(fp.FPGetEdgeSampleDistance(&p, &distance) + fp.FPGetClearance(&p, &q, &top, &bottom, 0, 0), 0);
   EXPECT_EQ(fp.FPIsPointInside(nullptr) + fp.FPDoLinesCross(nullptr, &p, &q), 0);
 
-  makeFootPrint(fp, {vec(1, 0, 1)});  // one vertex: a zero-length edge to itself
+  makeFootPrint(fp, {{1, 0, 1}});  // one vertex: a zero-length edge to itself
   EXPECT_EQ(fp.FPIsBoundaryCrossed(&p, &q) + fp.FPIsPointInside(&p), 0);
   EXPECT_EQ(fp.FPBoxBoundaryCrossingExclusive(&p, &p, &box), 0);
 
-  makeFootPrint(fp, {vec(0, 0, 0), vec(10, 0, 0)});  // two vertices: a wall with no inside
-  _D3DVECTOR nearWall = vec(5, 0, 0.2f), across = vec(0, 0, -1), below = vec(5, 0, -1);
+  makeFootPrint(fp, {{0, 0, 0}, {10, 0, 0}});  // two vertices: a wall with no inside
+  _D3DVECTOR nearWall = {5, 0, 0.2f}, across = {0, 0, -1}, below = {5, 0, -1};
   EXPECT_EQ(fp.FPIsBoundaryCrossed(&nearWall, &zero), 1);
   EXPECT_EQ(fp.FPIsBoundaryCrossedNoMargin(&nearWall, &across), 1);
   EXPECT_EQ(fp.FPIsPointInside(&nearWall), 0);
   EXPECT_EQ(fp.FPPointsAreOnTheSameSide(&nearWall, &below), 1);
-
-  ASSERT_EQ(makeFootPrint(fp, {vec(0, 0, 0), vec(10, 0, 0), vec(10, 0, 0), vec(10, 0, 10), vec(0, 0, 10)}),
-            1);
-  _D3DVECTOR in = vec(5, 0, 5), out = vec(15, 0, 5);  // a repeated vertex changes nothing
-  EXPECT_EQ(fp.FPIsPointInside(&in), 1);
-  EXPECT_EQ(fp.FPIsPointInside(&out), 0);
-  EXPECT_EQ(fp.FPIsBoundaryCrossed(&in, &zero), 0);
 }
 
 namespace {
@@ -223,38 +256,38 @@ double distanceToBoundary(const std::vector<double>& xs, const std::vector<doubl
 
 }  // namespace
 
-TEST(FootPrintCrossing, InsideAgreesWithEvenOddOnRandomStarPolygons) {
+// Random simple polygons (jittered angles about a centre, random radii): the parity test agrees with
+// an even-odd count, and moving both the polygon and the point keeps the answer.
+TEST(FootPrintCrossing, InsideAgreesWithEvenOddAndSurvivesTranslation) {
   std::mt19937 rng(20260422);
   std::uniform_real_distribution<double> unit(0.0, 1.0);
   int checked = 0;
   for (int polygon = 0; polygon < 150; ++polygon) {
-    const int n = 3 + static_cast<int>(unit(rng) * 40);
-    // Sorted angles with every gap below pi: star-shaped about the centre, hence simple.
-    std::vector<double> angles(n);
-    double widestGap = 0.0;
-    do {
-      for (double& a : angles) a = unit(rng) * 6.283185307179586;
-      std::sort(angles.begin(), angles.end());
-      widestGap = angles[0] + 6.283185307179586 - angles[n - 1];
-      for (int i = 1; i < n; ++i) widestGap = std::max(widestGap, angles[i] - angles[i - 1]);
-    } while (widestGap >= 3.14159);
+    const int n = 4 + static_cast<int>(unit(rng) * 40);
     const double cx = unit(rng) * 40 - 20, cz = unit(rng) * 40 - 20;
     std::vector<double> xs(n), zs(n);
     CKFootPrint fp;
     fp.FPInitialise();
     for (int i = 0; i < n; ++i) {
-      const double r = 2.0 + unit(rng) * 8.0;
-      xs[i] = static_cast<float>(cx + r * std::cos(angles[i]));
-      zs[i] = static_cast<float>(cz + r * std::sin(angles[i]));
+      const double angle = 6.283185307179586 * (i + 0.8 * unit(rng)) / n, r = 2.0 + unit(rng) * 8.0;
+      xs[i] = static_cast<float>(cx + r * std::cos(angle));
+      zs[i] = static_cast<float>(cz + r * std::sin(angle));
       fp.FPAddVertex(static_cast<float>(xs[i]), 0.0f, static_cast<float>(zs[i]));
     }
     ASSERT_EQ(fp.FPUpdateVertexDependencies(), 1);
+    CKFootPrint moved;
+    ASSERT_EQ(moved.FPCopyFrom(&fp), 1);
+    const _D3DVECTOR shift = {static_cast<float>(unit(rng) * 16 - 8), 1,
+                              static_cast<float>(unit(rng) * 16 - 8)};
+    ASSERT_EQ(moved.FPTranslate(&shift) * moved.FPUpdateVertexDependencies(), 1);
     for (int k = 0; k < 60; ++k) {
       const double px = cx + unit(rng) * 24 - 12, pz = cz + unit(rng) * 24 - 12;
       if (distanceToBoundary(xs, zs, px, pz) < 0.01) continue;
-      const _D3DVECTOR p = vec(static_cast<float>(px), 0.0f, static_cast<float>(pz));
-      ASSERT_EQ(fp.FPIsPointInside(&p) == 1, evenOdd(xs, zs, p.x, p.z))
-          << polygon << ": " << px << ", " << pz;
+      const _D3DVECTOR p = {static_cast<float>(px), 0.0f, static_cast<float>(pz)};
+      const _D3DVECTOR q = {p.x + shift.x, 0.0f, p.z + shift.z};
+      const int inside = evenOdd(xs, zs, p.x, p.z) ? 1 : 0;
+      ASSERT_EQ(fp.FPIsPointInside(&p), inside) << polygon << ": " << px << ", " << pz;
+      EXPECT_EQ(moved.FPIsPointInside(&q), inside);
       ++checked;
     }
   }
