@@ -7,18 +7,7 @@
 
 #include "FootPrintTestSupport.h"
 
-using kutil::test::makeFootPrint;
-using kutil::test::makeSquare;
-
-namespace {
-// The current edge's start as "x,y,z", or "none".
-std::string edgeFrom(CKFootPrint& fp) {
-  _D3DVECTOR v = {-99, -99, -99};
-  if (fp.FPGetEdgeFromVector(&v) != 1) return "none";
-  return std::to_string(std::lround(v.x)) + "," + std::to_string(std::lround(v.y)) + "," +
-         std::to_string(std::lround(v.z));
-}
-}  // namespace
+using namespace kutil::test;
 
 TEST(FootPrintEdges, PropertiesCursorAndWalks) {
   CKFootPrint fp;
@@ -29,29 +18,32 @@ TEST(FootPrintEdges, PropertiesCursorAndWalks) {
   EXPECT_EQ(fp.FPSetThisEdgeResist(1) + fp.FPGetThisEdgeResist(&value) + fp.FPSelectNextEdgeWrapping(), 0);
   makeSquare(fp);
   ASSERT_EQ(fp.FPSelectFirstEdge(), 1);
-  EXPECT_EQ(fp.FPGetThisEdgeResist(&value), 1);
-  EXPECT_EQ(value, 999);
-  EXPECT_EQ(fp.FPGetThisEdgeProperty(&value), 1);
-  EXPECT_EQ(value, 3);
-  value = -5;
+  EXPECT_EQ(fp.FPGetThisEdgeResist(&value) + fp.FPGetThisEdgeProperty(&count), 2);
+  EXPECT_EQ(value * 10 + count, 9993);
   EXPECT_EQ(fp.FPGetThisEdgeSectorAccess(&value) + fp.FPGetThisEdgeItemAccess(&value), 0);
-  EXPECT_EQ(value, -5);
-  EXPECT_EQ(fp.FPSelectPreviousEdgeNoWrap(), 0);
-  EXPECT_EQ(fp.FPSelectPreviousEdgeWrapping(), 1);
-  EXPECT_EQ(edgeFrom(fp), "0,0,10");
+  EXPECT_EQ(value, 999) << "unset access is not written";
+  // Wrapping and non-wrapping steps; each answer, then the cursor.
+  const struct {
+    int (CKFootPrint::*step)();
+    int result;
+    const char* at;
+  } walk[] = {{&CKFootPrint::FPSelectPreviousEdgeNoWrap, 0, "0,0,0"},
+              {&CKFootPrint::FPSelectPreviousEdgeWrapping, 1, "0,0,10"},
+              {&CKFootPrint::FPSelectNextEdgeNoWrap, 0, "0,0,10"},
+              {&CKFootPrint::FPSelectPreviousEdgeNoWrap, 1, "10,0,10"},
+              {&CKFootPrint::FPSelectPreviousEdgeWrapping, 1, "10,0,0"},
+              {&CKFootPrint::FPSelectNextEdgeWrapping, 1, "10,0,10"},
+              {&CKFootPrint::FPSelectNextEdgeWrapping, 1, "0,0,10"},
+              {&CKFootPrint::FPSelectNextEdgeWrapping, 1, "0,0,0"},
+              {&CKFootPrint::FPSelectNextEdgeNoWrap, 1, "10,0,0"}};
+  for (const auto& w : walk) {
+    EXPECT_EQ((fp.*w.step)(), w.result);
+    EXPECT_EQ(edgeFrom(fp) + (fp.FPIsSelectedTheFirst() == 1 ? " first" : ""),
+              w.at + std::string(w.at == std::string("0,0,0") ? " first" : ""));
+  }
   _D3DVECTOR to;
-  ASSERT_EQ(fp.FPGetEdgeToVector(&to), 1);  // the last edge ends at the first vertex
-  EXPECT_EQ(to.x + to.z, 0.0f);
-  EXPECT_EQ(fp.FPSelectNextEdgeNoWrap(), 0);
-  EXPECT_EQ(edgeFrom(fp), "0,0,10") << "kept at the tail";
-  EXPECT_EQ(fp.FPSelectPreviousEdgeNoWrap(), 1);
-  EXPECT_EQ(edgeFrom(fp), "10,0,10");
-  EXPECT_EQ(fp.FPSelectPreviousEdgeWrapping(), 1);
-  EXPECT_EQ(fp.FPIsSelectedTheFirst(), 0);
-  EXPECT_EQ(fp.FPSelectNextEdgeWrapping() + fp.FPSelectNextEdgeWrapping() + fp.FPSelectNextEdgeWrapping() +
-                fp.FPIsSelectedTheFirst(),
-            4);
-  fp.FPSelectNextEdgeNoWrap();
+  ASSERT_EQ(fp.FPGetEdgeToVector(&to), 1);
+  EXPECT_EQ(str(to), "10,0,10");
   EXPECT_EQ(fp.FPSetAllAccess(6) + fp.FPSetAllEdgeResist(7) + fp.FPUpdateVertexDependencies(), 3);
   EXPECT_EQ(edgeFrom(fp), "10,0,0") << "walks restore the cursor";
   EXPECT_EQ(fp.FPGetThisEdgeSectorAccess(&value) + fp.FPGetThisEdgeResist(&count), 2);
@@ -62,11 +54,10 @@ TEST(FootPrintEdges, PropertiesCursorAndWalks) {
   EXPECT_EQ(edgeFrom(fp), "10,2,-1");
   ASSERT_EQ(fp.FPDeleteSelectedEdge(), 1);
   EXPECT_EQ(edgeFrom(fp), "10,0,10") << "the successor takes its place";
-  ASSERT_EQ(fp.FPGetVertexCount(&count), 1);
-  EXPECT_EQ(count, 4) << "deleting does not count down";
   fp.FPSelectFirstEdge();
   ASSERT_EQ(fp.FPDeleteSelectedEdge(), 1);
-  EXPECT_EQ(edgeFrom(fp) + (fp.FPIsSelectedTheFirst() ? " first" : ""), "10,0,10 first");
+  ASSERT_EQ(fp.FPIsSelectedTheFirst() * fp.FPGetVertexCount(&count), 1);
+  EXPECT_EQ(edgeFrom(fp) + " " + std::to_string(count), "10,0,10 4") << "deleting does not count down";
 }
 
 TEST(FootPrintLines, LineEquationsHaveTheirThreeKinds) {
@@ -80,130 +71,105 @@ TEST(FootPrintLines, LineEquationsHaveTheirThreeKinds) {
               {{0, 0, 0}, {2, 0, 2}, 0, 1.0f, 0.0f},   {{1, 0, 4}, {3, 0, 0}, 0, -2.0f, 3.0f},
               {{2, 0, 1}, {2.0005f, 0, 9}, 1, 999, 2}, {{0, 0, 3}, {4, 0, 3.0005f}, 2, 0.001f, 3}};
   for (const auto& r : rows) {
-    SCOPED_TRACE(r.kind);
     tagKLineEquation line;
     ASSERT_EQ(fp.FPMakeLineEquation(&line, &r.a, &r.b), 1);
     EXPECT_EQ(line.kind, r.kind);
     EXPECT_FLOAT_EQ(line.gradient, r.gradient);
     EXPECT_FLOAT_EQ(r.kind == 2 ? line.constZ : line.xIntercept, r.constant);
-    EXPECT_EQ(line.start.z + line.end.z, r.a.z + r.b.z);
+    EXPECT_EQ(str(line.start) + " " + str(line.end), str(r.a) + " " + str(r.b));
   }
 }
 
-TEST(FootPrintBox, BoxAnswersTheLastGrowthStepAndCentresOnIt) {
+TEST(FootPrintBox, BoxCentreClearanceAndExternalVertex) {
   CKFootPrint fp;
   makeFootPrint(fp, {{1, 2, 3}}, false);
   _D3DRMBOX* box = nullptr;
   EXPECT_EQ(fp.FPGetBox(&box), 0);
-  EXPECT_EQ(fp.FPSet3DBoxFromVertices(), 0);  // set nevertheless
+  EXPECT_EQ(fp.FPSet3DBoxFromVertices(), 0);  // a lone vertex: 0, but the box is set
   ASSERT_EQ(fp.FPGetBox(&box), 1);
-  EXPECT_EQ(box->max.z + box->min.y, 5.0f);
+  EXPECT_EQ(str(box->min) + " " + str(box->max), "1,2,3 1,2,3");
 
   makeFootPrint(fp, {{0, 0, 0}, {4, 1, -2}, {0, 0, 2}, {-1, -3, 0}});
-  _D3DVECTOR centre;
-  fp.FPGetCentreOfGravity(&centre);  // the box centre, not the area centroid
-  EXPECT_EQ(centre.x * 100 + centre.y * 10 + centre.z, 150 - 10 + 0);
-  ASSERT_EQ(fp.FPGetBox(&box), 1);
-  EXPECT_EQ(std::to_string(box->min.x) + std::to_string(box->max.y) + std::to_string(box->min.z),
-            std::to_string(-1.0f) + std::to_string(1.0f) + std::to_string(-2.0f));
+  _D3DVECTOR centre, *external = nullptr;
+  ASSERT_EQ(fp.FPGetCentreOfGravity(&centre) * fp.FPGetBox(&box) * fp.FPGetExternalVertex(&external), 1);
+  EXPECT_EQ(str(centre), "1.5,-1,0");  // the box centre, not the area centroid
+  EXPECT_EQ(str(box->min) + " " + str(box->max), "-1,-3,-2 4,1,2");
+  EXPECT_FLOAT_EQ(external->x, 4 + 17.3133f);
+  EXPECT_FLOAT_EQ(external->y, 1 + 6.550404f);
+  EXPECT_FLOAT_EQ(external->z, 2 + 103.00314f);
   float top = 0, bottom = 0;
   ASSERT_EQ(fp.FPGetClearance(&top, &bottom), 1);
   EXPECT_EQ(top * 10 + bottom, 10 - 3);
 
   CKFootPrint other;
   other.FPInitialise();
-  EXPECT_EQ(other.FPGetClearance(&top, &bottom), 0);
+  EXPECT_EQ(other.FPGetClearance(&top, &bottom) + other.FPSet2DBoxFromVertices(), 0);
   EXPECT_EQ(other.FPSetClearance(3.0f, -1.0f), 1);
   EXPECT_EQ(other.FPGetBox(&box), 0) << "the horizontal extent is still missing";
   other.FPAddVertex(5, 0, 6);
   other.FPAddVertex(-5, 9, 7);
   EXPECT_EQ(other.FPSet2DBoxFromVertices(), 1);
   ASSERT_EQ(other.FPGetBox(&box), 1);
-  EXPECT_EQ(box->min.x * 1000 + box->max.x * 100 + box->min.z * 10 + box->max.z, -5000 + 500 + 60 + 7);
-  EXPECT_EQ(box->max.y * 10 + box->min.y, 29.0f) << "the clearance stays";
+  EXPECT_EQ(str(box->min) + " " + str(box->max), "-5,-1,6 5,3,7") << "the clearance stays";
 }
 
-TEST(FootPrintPlane, UnitSquareIsHorizontalWithTheOffsetExternalVertex) {
+TEST(FootPrintPlane, KindsSolutionsAndConstantHeightVector) {
   CKFootPrint fp;
   ASSERT_EQ(makeFootPrint(fp, {{0, 0, 0}, {1, 0, 0}, {1, 0, 1}, {0, 0, 1}}), 1);
-  tagKPlaneEquation* plane = nullptr;
-  ASSERT_EQ(fp.FPGetPlaneEquation(&plane), 1);
-  EXPECT_EQ(plane->kind, 2);
-  EXPECT_EQ(fp.FPIsPlaneEquationInUse(), 1);
-  _D3DVECTOR* external = nullptr;
-  ASSERT_EQ(fp.FPGetExternalVertex(&external), 1);
-  EXPECT_FLOAT_EQ(external->x, 1.0f + 17.3133f);
-  EXPECT_FLOAT_EQ(external->y, 6.550404f);
-  EXPECT_FLOAT_EQ(external->z, 1.0f + 103.00314f);
-  _D3DVECTOR in = {0.5f, 9, 0.5f}, out;
-  EXPECT_EQ(fp.FPGetPlaneProjectionOf(&in, &out), 0);  // deliberately 0
-  makeFootPrint(fp, {{0, 0, 0}, {1, 0, 0}});           // too few vertices: plane reset
-  EXPECT_EQ(fp.FPIsPlaneEquationInUse(), 0);
-  EXPECT_EQ(plane->kind, -1);
-}
-
-TEST(FootPrintPlane, KindsFollowTheNormal) {
-  CKFootPrint fp;
-  fp.FPInitialise();
-  tagKPlaneEquation plane;
+  tagKPlaneEquation *own = nullptr, plane;
+  ASSERT_EQ(fp.FPGetPlaneEquation(&own) * fp.FPIsPlaneEquationInUse(), 1);
+  EXPECT_EQ(own->kind, 2);  // a level square
+  _D3DVECTOR o = {0, 0, 0}, x = {1, 0, 0}, y = {0, 1, 0}, z = {0, 0, 1}, steep = {1, 3, 0}, slope = {2, 1, 0};
+  _D3DVECTOR onLine = {2, 0, 0}, at = {4, 0, 7}, solved = {9, 9, 9};
+  EXPECT_EQ(fp.FPGetPlaneProjectionOf(&at, &solved), 0);  // deliberately unfinished
+  const struct {
+    _D3DVECTOR *p1, *p2, *p3, *p4;
+    int result, kind;
+  } planes[] = {
+      {&o, &x, &y, nullptr, 1, 0},     {&o, &z, &steep, nullptr, 1, 1},
+      {&x, &z, &slope, nullptr, 1, 3}, {&o, &x, &onLine, nullptr, 0, 3},  // collinear: the kind stays
+      {&o, &o, &x, &y, 1, 0},          {&o, &z, &z, &steep, 1, 1},
+      {&x, &z, &z, &slope, 1, 3},      {&o, &o, &x, &x, 0, 3}};
   ASSERT_EQ(fp.FPInitPlaneEquation(&plane), 1);
-  _D3DVECTOR o = {0, 0, 0}, x = {1, 0, 0}, y = {0, 1, 0}, z = {0, 0, 1}, steep = {1, 3, 0};
-  _D3DVECTOR slope = {2, 1, 0}, onLine = {2, 0, 0}, at = {4, 0, 7}, solved;
-  ASSERT_EQ(fp.FPMakePlaneEquation(&plane, &o, &x, &y), 1);
-  EXPECT_EQ(plane.kind * 10 + plane.made, 1);
-  EXPECT_EQ(fp.FPSolvePlaneEquationBroadly(&plane, &at, &solved), 0);  // vertical
-  ASSERT_EQ(fp.FPMakePlaneEquation(&plane, &o, &z, &steep), 1);
-  EXPECT_EQ(plane.kind, 1);
-  ASSERT_EQ(fp.FPMakePlaneEquation(&plane, &x, &z, &slope), 1);
-  EXPECT_EQ(plane.kind, 3);
+  for (const auto& p : planes) {
+    EXPECT_EQ(p.p4 ? fp.FPMakePlaneEquation(&plane, p.p1, p.p2, p.p3, p.p4)
+                   : fp.FPMakePlaneEquation(&plane, p.p1, p.p2, p.p3),
+              p.result);
+    EXPECT_EQ(plane.kind * 10 + plane.made, p.kind * 10 + 1);
+  }
   // Through (1, 0, 0), (0, 0, 1), (2, 1, 0): -x + y - z = -1, that is y = x + z - 1.
   EXPECT_EQ(plane.d * 1000 + plane.a * 100 + plane.b * 10 + plane.c, -1000 - 100 + 10 - 1);
   ASSERT_EQ(fp.FPSolvePlaneEquation(&plane, &at, &solved), 1);
-  EXPECT_EQ(solved.x * 100 + solved.y * 10 + solved.z, 400 + 100 + 7);
-  ASSERT_EQ(fp.FPSolvePlaneEquationBroadly(&plane, &at, &solved), 1);
-  EXPECT_EQ(solved.y, 10.0f);
-  EXPECT_EQ(fp.FPMakePlaneEquation(&plane, &o, &x, &onLine), 0);  // collinear: kind stays
-  EXPECT_EQ(plane.kind, 3);
-  // Four points: a repeated point is left out.
-  ASSERT_EQ(fp.FPMakePlaneEquation(&plane, &o, &o, &x, &y), 1);
-  EXPECT_EQ(plane.kind, 0);
-  ASSERT_EQ(fp.FPMakePlaneEquation(&plane, &o, &z, &z, &steep), 1);
-  EXPECT_EQ(plane.kind, 1);
-  ASSERT_EQ(fp.FPMakePlaneEquation(&plane, &x, &z, &z, &slope), 1);
-  EXPECT_EQ(plane.kind, 3);
-  EXPECT_EQ(fp.FPMakePlaneEquation(&plane, &o, &o, &x, &x), 0);
-  tagKPlaneEquation copy;
-  ASSERT_EQ(fp.FPCopyPlaneEquation(&plane, &copy), 1);
-  EXPECT_EQ(copy.kind * 10 + copy.made, 31);
-}
+  EXPECT_EQ(str(solved), "4,10,7");
+  ASSERT_EQ(fp.FPSolvePlaneEquationBroadly(&plane, &x, &solved), 1);
+  EXPECT_EQ(str(solved), "1,0,0");
+  fp.FPMakePlaneEquation(&plane, &o, &x, &y);
+  EXPECT_EQ(
+      fp.FPSolvePlaneEquation(&plane, &at, &solved) + fp.FPSolvePlaneEquationBroadly(&plane, &at, &solved),
+      0);
+  makeFootPrint(fp, {{0, 0, 0}, {1, 0, 0}});  // too few vertices: the plane is reset
+  EXPECT_EQ(fp.FPIsPlaneEquationInUse() * 10 + own->kind, -1);
 
-TEST(FootPrintPlane, ConstantHeightVectorKeepsItsFormulasAndFacesTheReference) {
-  CKFootPrint fp;
-  fp.FPInitialise();
-  tagKPlaneEquation plane = {4.0f, 2.0f, 1.0f, 3.0f, 3, 1};
-  _D3DVECTOR ref = {1, 0, 0}, out;
-  ASSERT_EQ(fp.FPGetConstYVector(&plane, &ref, &out), 1);
-  const float n1 = std::sqrt(1.0f + (2.0f / 3) * (2.0f / 3));  // (1, 0, (a - d) / c)
-  EXPECT_NEAR(out.x, 1.0f / n1, 1e-5);
-  EXPECT_NEAR(out.z, (-2.0f / 3) / n1, 1e-5);
-  plane.a = 5.0f;  // trunc|a| > trunc|c|: ((d - c) / a, 0, 1), turned to face -z
-  ref = {0, 0, -1};
-  ASSERT_EQ(fp.FPGetConstYVector(&plane, &ref, &out), 1);
-  const float n2 = std::sqrt(0.04f + 1.0f);
-  EXPECT_NEAR(out.x, -0.2f / n2, 1e-5);
-  EXPECT_NEAR(out.z, -1.0f / n2, 1e-5);
-  plane.c = 0.005f;  // no z part: along x, facing the reference
-  ref = {-1, 0, 0.2f};
-  ASSERT_EQ(fp.FPGetConstYVector(&plane, &ref, &out), 1);
-  EXPECT_EQ(out.x * 10 + out.z, -10.0f);
-  plane.c = 2, plane.a = 0.005f;  // no x part: along z
-  ASSERT_EQ(fp.FPGetConstYVector(&plane, &ref, &out), 1);
-  EXPECT_EQ(out.x * 10 + out.z, 1.0f);
+  // The level direction of a sloping plane, in the sense nearer the reference.
+  const struct {
+    float a, c;
+    _D3DVECTOR reference;
+    const char* out;
+  } levels[] = {{2, 3, {1, 0, 0}, "0.8321,0,-0.5547"},    // (1, 0, (a - d) / c)
+                {5, 3, {0, 0, -1}, "-0.1961,0,-0.9806"},  // ((d - c) / a, 0, 1)
+                {5, 0.005f, {-1, 0, 0.2f}, "-1,0,0"},
+                {0.005f, 2, {-1, 0, 0.2f}, "0,0,1"}};
+  for (const auto& l : levels) {
+    plane = {4.0f, l.a, 1.0f, l.c, 3, 1};
+    _D3DVECTOR out;
+    ASSERT_EQ(fp.FPGetConstYVector(&plane, &l.reference, &out), 1);
+    EXPECT_EQ(str(out), l.out);
+  }
   plane.kind = 2;
-  EXPECT_EQ(fp.FPGetConstYVector(&plane, &ref, &out), 0);
+  EXPECT_EQ(fp.FPGetConstYVector(&plane, &x, &solved), 0);
 }
 
-TEST(FootPrintCopy, CopiesEverythingButItemAccessAndLeavesTheSourceCursor) {
+TEST(FootPrintCopy, CopiesEverythingButItemAccessAndMovesEveryVertex) {
   CKFootPrint source, copy;
   makeSquare(source);
   source.FPSelectFirstEdge();
@@ -217,42 +183,37 @@ TEST(FootPrintCopy, CopiesEverythingButItemAccessAndLeavesTheSourceCursor) {
   EXPECT_EQ(copy.FPCopyFrom(nullptr), 0);
   ASSERT_EQ(copy.FPCopyFrom(&source), 1);
   EXPECT_EQ(edgeFrom(source), "10,0,0");
-  int value = 0, resist = 0, property = 0;
-  copy.FPGetVertexCount(&value);
-  EXPECT_EQ(value, 8) << "the copied count is raised again by every vertex added";
+  int count = 0, sector = 0, resist = 0, property = 0;
+  copy.FPGetVertexCount(&count);
+  EXPECT_EQ(count, 8) << "the copied count is raised again by every vertex added";
   copy.FPSelectFirstEdge();
   copy.FPSelectNextEdgeNoWrap();
-  EXPECT_EQ(copy.FPGetThisEdgeItemAccess(&value), 0);  // deliberately not copied
-  EXPECT_EQ(copy.FPGetThisEdgeSectorAccess(&value) + copy.FPGetThisEdgeResist(&resist) +
+  EXPECT_EQ(copy.FPGetThisEdgeItemAccess(&count), 0);  // deliberately not copied
+  EXPECT_EQ(copy.FPGetThisEdgeSectorAccess(&sector) * copy.FPGetThisEdgeResist(&resist) *
                 copy.FPGetThisEdgeProperty(&property),
-            3);
-  EXPECT_EQ(value * 100 + resist * 10 + property, 456);
+            1);
+  EXPECT_EQ(sector * 100 + resist * 10 + property, 456);
   tagKLineEquation *line = nullptr, *original = nullptr;
-  ASSERT_EQ(copy.FPGetThisEdgeLineEquation(&line) + source.FPGetThisEdgeLineEquation(&original), 2);
-  EXPECT_EQ(line->kind * 10 + line->xIntercept, original->kind * 10 + original->xIntercept);
-  EXPECT_EQ(copy.FPIsPlaneEquationInUse(), 1);
-  _D3DVECTOR in = {5, 0, 5};
-  EXPECT_EQ(copy.FPIsPointInside(&in), 1);  // dependencies came along
+  ASSERT_EQ(copy.FPGetThisEdgeLineEquation(&line) * source.FPGetThisEdgeLineEquation(&original), 1);
+  EXPECT_EQ(line->kind * 100 + line->xIntercept, original->kind * 100 + original->xIntercept);
   _D3DRMBOX* box = nullptr;
-  ASSERT_EQ(copy.FPGetBox(&box), 1);
-  EXPECT_EQ(box->max.x + box->max.z, 20.0f);
-}
+  _D3DVECTOR in = {5, 0, 5}, *external = nullptr;
+  ASSERT_EQ(copy.FPGetBox(&box) * copy.FPIsPlaneEquationInUse() * copy.FPGetExternalVertex(&external), 1);
+  EXPECT_EQ(str(box->max) + " " + str(*external), "10,0,10 27.3133,6.5504,113.003");
+  EXPECT_EQ(copy.FPIsPointInside(&in), 1);
 
-TEST(FootPrintTransform, TranslateRotateAndResizeMoveEveryVertex) {
-  CKFootPrint fp;
-  makeFootPrint(fp, {{1, 0, 0}, {0, 2, 0}}, false);
+  makeFootPrint(copy, {{1, 0, 0}, {0, 2, 0}}, false);
   const _D3DVECTOR shift = {1, 1, 1};
-  EXPECT_EQ(fp.FPTranslate(&shift) + fp.FPRotateHorizontal(1.57079632679f), 2);
-  fp.FPSelectFirstEdge();
-  EXPECT_EQ(edgeFrom(fp), "1,1,-2");  // (2, 1, 1) a quarter turn about y
-  fp.FPSelectNextEdgeNoWrap();
-  EXPECT_EQ(fp.FPRoll(1.57079632679f) + fp.FPElevate(3.14159265359f) + fp.FPResize(2), 3);
-  _D3DVECTOR v;
-  fp.FPGetEdgeFromVector(&v);  // (1, 3, -1), rolled to (-3, 1, -1), elevated to (-3, -1, 1), doubled
-  EXPECT_NEAR(v.x, -6, 1e-4);
-  EXPECT_NEAR(v.y, -2, 1e-4);
-  EXPECT_NEAR(v.z, 2, 1e-4);
-  CKFootPrint empty;
-  empty.FPInitialise();
-  EXPECT_EQ(empty.FPTranslate(&shift) + empty.FPRotateHorizontal(1) + empty.FPResize(2) + empty.FPRoll(1), 4);
+  EXPECT_EQ(copy.FPTranslate(&shift), 1);
+  EXPECT_EQ(copy.FPRotateHorizontal(1.57079632679f), 1);
+  copy.FPSelectFirstEdge();
+  EXPECT_EQ(edgeFrom(copy), "1,1,-2");  // (2, 1, 1) a quarter turn about y
+  copy.FPSelectNextEdgeNoWrap();
+  EXPECT_EQ(copy.FPRoll(1.57079632679f), 1);
+  EXPECT_EQ(copy.FPElevate(3.14159265359f), 1);
+  EXPECT_EQ(copy.FPResize(2), 1);
+  EXPECT_EQ(edgeFrom(copy), "-6,-2,2");  // (1, 3, -1) rolled, turned over about x, doubled
+  source.FPInitialise();
+  EXPECT_EQ(source.FPTranslate(&shift) + source.FPRotateHorizontal(1) + source.FPResize(2) + source.FPRoll(1),
+            4);
 }

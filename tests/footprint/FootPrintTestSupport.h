@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: MIT
 // Helpers for the footprint tests.
 #pragma once
+#include <cmath>
+#include <cstdio>
 #include <initializer_list>
+#include <string>
 
 #include "KFootPrint.h"
 
@@ -18,6 +21,20 @@ inline int makeFootPrint(CKFootPrint& fp, std::initializer_list<_D3DVECTOR> poin
 /// The square (0, 0)-(10, 10) in x-z at height 0.
 inline int makeSquare(CKFootPrint& fp) {
   return makeFootPrint(fp, {{0, 0, 0}, {10, 0, 0}, {10, 0, 10}, {0, 0, 10}});
+}
+
+/// "x,y,z" rounded to four decimals, so that rounding noise does not show.
+inline std::string str(const _D3DVECTOR& v) {
+  const auto r = [](float f) { return std::round(f * 1e4) / 1e4 + 0.0; };
+  char text[96];
+  std::snprintf(text, sizeof text, "%g,%g,%g", r(v.x), r(v.y), r(v.z));
+  return text;
+}
+
+/// The current edge's start, or "none".
+inline std::string edgeFrom(CKFootPrint& fp) {
+  _D3DVECTOR v;
+  return fp.FPGetEdgeFromVector(&v) == 1 ? str(v) : "none";
 }
 
 }  // namespace kutil::test
