@@ -46,17 +46,15 @@ std::uint64_t runScene(int ticks, int* outputs) {
     if (r % 3 == 0) b.in.FIPushFIFOCommand(inputs[(r / 3) % 11], 1.0f, "in", 2);
     if (r % 17 == 0) b.in.FIPushFIFOCommand(inputs[(r / 17) % 11], 0.5f);
     hash.add(t);
-    hash.add(b.table.DEClock());
-    int code = 0, flags = 0;
-    float magnitude = 0.0f;
-    char text[KFI_TEXT_LEN + 1];
-    while (b.out.FIPopFIFOCommand(&code, &magnitude, text, &flags)) {
+    const std::vector<kutil::test::Command> out = b.tick();
+    hash.add(b.result);
+    for (const kutil::test::Command& c : out) {
       std::uint32_t bits = 0;
-      std::memcpy(&bits, &magnitude, 4);
-      hash.add(code);
+      std::memcpy(&bits, &c.magnitude, 4);
+      hash.add(c.code);
       hash.add(static_cast<std::int32_t>(bits));
-      hash.add(flags);
-      hash.add(text);  // with its terminator
+      hash.add(c.flags);
+      hash.add(c.text.c_str());  // with its terminator
       ++*outputs;
     }
   }

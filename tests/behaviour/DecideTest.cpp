@@ -83,12 +83,11 @@ TEST(CKDecideTable, CopyTakesRowsAndScaleOnly) {
   rowAt(source, 1)->ARSetRepeatClicks(4);
   copy.DEAddActionRow(namedRow("old"));
   ASSERT_EQ(copy.DECopyFrom(&source), 1);
-  EXPECT_EQ(names(copy), "abc");
-  EXPECT_EQ(states(copy), "i i i");
-  EXPECT_EQ(RowInternals::repeatClicks(*rowAt(copy, 1)), 4);
+  EXPECT_EQ(describe(*rowAt(copy, 0)) + " " + describe(*rowAt(copy, 1)) + " " + names(copy),
+            "-1/0/-1/0/-1/0/0/idle/a// -1/0/-1/0/4/0/0/idle/b// abc");
   EXPECT_EQ(TableInternals::itemScaleFactor(copy), 2.5f);
+  EXPECT_EQ(TableInternals::inputFIFO(copy), TableInternals::outputFIFO(copy));
   EXPECT_EQ(TableInternals::inputFIFO(copy), nullptr);
-  EXPECT_EQ(TableInternals::outputFIFO(copy), nullptr);
   EXPECT_STREQ(TableInternals::endTag(copy), "]AVR[");
   EXPECT_EQ(selected(source), rowAt(source, 2)) << "the copy walks the source's cursor to its end";
 

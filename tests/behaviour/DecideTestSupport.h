@@ -46,6 +46,17 @@ inline std::string readText(const std::string& path) {
   return out;
 }
 
+/// Every field of a row: "type/event/action/motion/clicks/iterations/magnitude/state/grouping/stack/text".
+inline std::string describe(const CKActionRow& r) {
+  char text[1024];
+  std::snprintf(text, sizeof text, "%d/%d/%d/%d/%d/%d/%g/%s/%s/%s/%s", RowInternals::rowType(r),
+                RowInternals::event(r), RowInternals::action(r), RowInternals::motion(r),
+                RowInternals::repeatClicks(r), RowInternals::iterations(const_cast<CKActionRow&>(r)),
+                RowInternals::magnitude(r), RowInternals::runState(r), RowInternals::grouping(r),
+                RowInternals::callStack(r), RowInternals::textData(r));
+  return text;
+}
+
 /// Every row's clock state, blank-separated: the run state's initial, the iterations when not 0,
 /// "-" for the call stack "empty" and "(name)" while calling the group name.
 inline std::string states(CKDecide& table) {
@@ -96,20 +107,15 @@ inline std::string format(const std::vector<Command>& commands) {
 
 inline std::string drain(CKFIFO& fifo) { return format(commands(fifo)); }
 
-/// Makes the behaviour clock read a scripted time for as long as it lives.
+/// Makes the behaviour clock read a scripted time, or no time, for as long as it lives.
 class ScriptedClock {
  public:
-  ScriptedClock() : m_before(detail::setClockTimeSource(&read)) {
-    set(2026, 10, 22, 0, 10, 0, 0);
-    s_available = true;
-  }
+  ScriptedClock() : m_before(detail::setClockTimeSource(&read)) { set(2026, 10, 22, 0, 10, 0, 0); }
   ~ScriptedClock() { detail::setClockTimeSource(m_before); }
-  ScriptedClock(const ScriptedClock&) = delete;
-  ScriptedClock& operator=(const ScriptedClock&) = delete;
-
   /// Year, zero-based month, day, weekday, hour, minute, second.
   void set(int year, int month, int day, int weekDay, int hour, int minute, int second) {
     s_now = {year, month, 0, day, weekDay, hour, minute, second, -1};
+    s_available = true;
   }
   void setSecond(int second) { s_now.second = second; }
   void setAvailable(bool on) { s_available = on; }

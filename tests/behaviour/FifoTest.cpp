@@ -15,62 +15,59 @@ TEST(CKFIFO, RingCarriesEveryFieldAndKeepsItsEmptyAndFullRules) {
   ASSERT_EQ(fifo.FIInitialise(), 1);
   const _D3DVECTOR v = {1.0f, 2.0f, 3.0f};
   _D3DVECTOR out = {7, 7, 7};
-  int code = 77, flags = 77;
+  int code = 7, flags = 7;
   float magnitude = 7.0f;
-  char text[KFI_TEXT_LEN + 1] = "keep";
+  char text[KFI_TEXT_LEN + 1] = "7";
   // Empty: every pop and peek fails without touching its outputs.
-  EXPECT_EQ(fifo.FIPopFIFOCommand(&code, &magnitude, &out, text, &flags), 0);
-  EXPECT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude, &out, text, &flags), 0);
-  EXPECT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude, text, &flags), 0);
-  EXPECT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude), 0);
-  EXPECT_EQ(fifo.FIPopFIFOCommand(&code, &magnitude), 0);
-  EXPECT_EQ(fifo.FIPopFIFOCommand(), 0);
-  EXPECT_EQ(std::to_string(code) + std::to_string(flags) + text, "7777keep");
-  EXPECT_EQ(magnitude + out.x + out.y + out.z, 28.0f);
+  EXPECT_EQ(fifo.FIPopFIFOCommand(&code, &magnitude, &out, text, &flags) + fifo.FIPopFIFOCommand() +
+                fifo.FIPeekFIFOCommand(&code, &magnitude, &out, text, &flags) +
+                fifo.FIPeekFIFOCommand(&code, &magnitude, text, &flags) +
+                fifo.FIPeekFIFOCommand(&code, &magnitude) +
+                fifo.FIPopFIFOCommand(&code, &magnitude, text, &flags) +
+                fifo.FIPopFIFOCommand(&code, &magnitude),
+            0);
+  EXPECT_EQ(std::to_string(code + flags + magnitude + out.x + out.y + out.z) + text, "42.0000007");
 
+  // Every push form, then every peek and pop form: peeking twice gives the same, popping moves on.
   ASSERT_EQ(fifo.FIPushFIFOCommand(24, 1.5f, &v, "door.kvc", 9), 1);
   ASSERT_EQ(fifo.FIPushFIFOCommand(2, 0.25f, "b", 3), 1);
   ASSERT_EQ(fifo.FIPushFIFOCommand(5, 0.5f), 1);
-  ASSERT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude, &out, text, &flags), 1);
-  EXPECT_EQ(std::to_string(code) + std::to_string(flags) + text, "249door.kvc");
-  EXPECT_EQ(magnitude + out.x + out.y + out.z, 7.5f);
+  for (int i = 0; i < 2; ++i) {
+    ASSERT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude, &out, text, &flags), 1);
+    EXPECT_EQ(
+        std::to_string(code) + "/" + std::to_string(flags) + text + std::to_string(magnitude + out.x + out.z),
+        "24/9door.kvc5.500000");
+  }
   ASSERT_EQ(fifo.FIPopFIFOCommand(), 1);
   ASSERT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude, text, &flags), 1);
   ASSERT_EQ(fifo.FIPopFIFOCommand(&code, &magnitude, text, &flags), 1);
-  EXPECT_EQ(std::to_string(code) + std::to_string(flags) + text, "23b");
+  EXPECT_EQ(std::to_string(code) + "/" + std::to_string(flags) + text, "2/3b");
   ASSERT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude), 1);
   ASSERT_EQ(fifo.FIPopFIFOCommand(&code, &magnitude), 1);
-  EXPECT_EQ(code, 5);
-  EXPECT_EQ(magnitude, 0.5f);
-  EXPECT_EQ(fifo.FIPopFIFOCommand(), 0);
-  EXPECT_EQ(fifo.FITestFIFOCommandPipe(), 0);
-  // The emptied ring goes on from where it stopped.
-  fifo.FIPushFIFOCommand(6, 1.0f);
+  EXPECT_EQ(code * magnitude, 2.5f);
+  EXPECT_EQ(fifo.FIPopFIFOCommand() + fifo.FITestFIFOCommandPipe(), 0);
+  // The emptied ring goes on where it stopped; code -1 is stored but leaves its slot empty.
+  EXPECT_EQ(fifo.FIPushFIFOCommand(6, 1.0f), 1);
   EXPECT_EQ(drain(fifo), "6:1/0");
-
-  // Code -1 is stored but marks its slot empty; the next push reuses it.
   EXPECT_EQ(fifo.FIPushFIFOCommand(KFI_EMPTY_CODE, 2.0f), 1);
   EXPECT_EQ(fifo.FITestFIFOCommandPipe(), 0);
   EXPECT_EQ(fifo.FIPushFIFOCommand(7, 3.0f), 1);
   EXPECT_EQ(drain(fifo), "7:3/0");
 
-  const std::string longText(300, 'x');
-  for (int i = 1; i <= KFI_SLOT_COUNT; ++i)
-    ASSERT_EQ(fifo.FIPushFIFOCommand(i, 1.0f, longText.c_str(), 1), 1);
+  // Eight fit, a ninth is refused; texts are cut to 260 characters.
+  const std::string x300(300, 'x'), x260 = ":1:" + x300.substr(0, KFI_TEXT_LEN);
+  for (int i = 1; i <= KFI_SLOT_COUNT; ++i) ASSERT_EQ(fifo.FIPushFIFOCommand(i, 1.0f, x300.c_str(), 1), 1);
   EXPECT_EQ(fifo.FIPushFIFOCommand(99, 1.0f), 0);
   EXPECT_EQ(fifo.FIGetLastResult(), 0);
-  ASSERT_EQ(fifo.FIPopFIFOCommand(&code, &magnitude, text, &flags), 1);
-  EXPECT_EQ(std::string(text), longText.substr(0, KFI_TEXT_LEN));
-  const std::string x260 = ":1:" + longText.substr(0, KFI_TEXT_LEN);
-  EXPECT_EQ(drain(fifo),
-            "2" + x260 + " 3" + x260 + " 4" + x260 + " 5" + x260 + " 6" + x260 + " 7" + x260 + " 8" + x260);
+  EXPECT_EQ(drain(fifo), "1" + x260 + " 2" + x260 + " 3" + x260 + " 4" + x260 + " 5" + x260 + " 6" + x260 +
+                             " 7" + x260 + " 8" + x260);
   fifo.FIPushFIFOCommand(1, 1.0f);
   EXPECT_EQ(fifo.FIClearFIFOCommandPipe(), 0) << "a kept quirk";
   EXPECT_EQ(fifo.FITestFIFOCommandPipe(), 0);
 }
 
 TEST(CKFIFO, CopiesSelectByMaskRewriteFlagsAndDropWhatDoesNotFit) {
-  CKFIFO fifo;
+  CKFIFO fifo, destination;
   // Wrap the ring first so the walk crosses its end.
   for (int i = 0; i < 6; ++i) fifo.FIPushFIFOCommand(i, 1.0f);
   for (int i = 0; i < 6; ++i) fifo.FIPopFIFOCommand();
@@ -91,54 +88,48 @@ TEST(CKFIFO, CopiesSelectByMaskRewriteFlagsAndDropWhatDoesNotFit) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.copied);
-    CKFIFO destination;
     EXPECT_EQ(fifo.FIPeekFIFOTo(&destination, c.mask, c.mode), c.result);
     EXPECT_EQ(drain(destination), c.copied);
   }
   // Overflow is dropped; peeking leaves the source untouched, updating empties it.
-  CKFIFO destination;
   for (int i = 0; i < 6; ++i) destination.FIPushFIFOCommand(9, 1.0f);
   EXPECT_EQ(fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, KFI_MODE_KEEP), 1);
   EXPECT_EQ(drain(destination), "9:1/0 9:1/0 9:1/0 9:1/0 9:1/0 9:1/0 1:1:a 2:1:b/2");
-  for (int i = 0; i < 6; ++i) destination.FIPushFIFOCommand(9, 1.0f);
+  for (int i = 0; i < 6; ++i) destination.FIPushFIFOCommand(9, 1.0f, "", 1);
   EXPECT_EQ(destination.FIUpdateFIFOFrom(&fifo, 16), 1);
-  EXPECT_EQ(fifo.FITestFIFOCommandPipe(), 0);
-  EXPECT_EQ(drain(destination), "9:1/0 9:1/0 9:1/0 9:1/0 9:1/0 9:1/0 1:1:a/17 2:1:b/18");
+  EXPECT_EQ(drain(destination) + drain(fifo), "9:1 9:1 9:1 9:1 9:1 9:1 1:1:a/17 2:1:b/18");
   EXPECT_EQ(fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, 0) + destination.FIUpdateFIFOFrom(&fifo), 0);
   EXPECT_EQ(fifo.FIUpdateFIFOFrom(nullptr) + fifo.FIUpdateFIFOFrom(&fifo), 0);
   // Eight into a queue holding five: three arrive, five are lost, the source ends empty.
   for (int i = 1; i <= KFI_SLOT_COUNT; ++i) fifo.FIPushFIFOCommand(i, 1.0f, "", 1);
   for (int i = 0; i < 5; ++i) destination.FIPushFIFOCommand(9, 1.0f, "", 1);
   EXPECT_EQ(destination.FIUpdateFIFOFrom(&fifo), 1);
-  EXPECT_EQ(drain(destination), "9:1 9:1 9:1 9:1 9:1 1:1 2:1 3:1");
-  EXPECT_EQ(drain(fifo), "");
+  EXPECT_EQ(drain(destination) + drain(fifo), "9:1 9:1 9:1 9:1 9:1 1:1 2:1 3:1");
 }
 
 TEST(KUGetMagnitudeForFIFOInput, StandardStepsByMotionKind) {
+  // {flags, speed, code, magnitude}: exact, the quotient is taken in single precision, the fine step
+  // in double.
   const struct {
     int flags;
     float speed;
     int code;
     float expected;
-  } cases[] = {
-      // Exact: the quotient is taken in single precision, the fine step in double.
-      {0, 1.5f, 1, 0.2f},   {KFI_FLAG_FINE, 1.5f, 13, 0.2f / 10.0f},
-      {1, 2.0f, 6, 0.15f},  {KFI_FLAG_FINE + 1, 1.5f, 2, 0.2f / 10.0f},
-      {0, 0.5f, 5, 0.6f},   {0, 1.0f, 12, 0.3f},
-      {0, 7.0f, 3, 0.02f},  {KFI_FLAG_FINE, 7.0f, 44, static_cast<float>(0.002)},
-      {4, 1.0f, 4, 0.02f},  {0, 1.0f, 7, 0.02f},
-      {0, 1.0f, 8, 0.02f},  {0, 1.0f, 41, 0.02f},
-      {0, 1.0f, 42, 0.02f}, {0, 1.0f, 43, 0.02f},
-      {0, 3.0f, 40, 1.0f},  {KFI_FLAG_FINE, 3.0f, 58, 0.1f},
-      {0, 1.0f, 9, -1.0f},  {0, 1.0f, 11, -1.0f},
-      {0, 1.0f, 80, -1.0f}, {0, 1.0f, 0, -1.0f},
-      {0, 1.0f, 59, -1.0f},
-  };
+  } cases[] = {{0, 1.5f, 1, 0.2f},   {KFI_FLAG_FINE, 1.5f, 13, 0.2f / 10},
+               {1, 2.0f, 6, 0.15f},  {3, 1.5f, 2, 0.2f / 10},
+               {0, 0.5f, 5, 0.6f},   {0, 1.0f, 12, 0.3f},
+               {0, 7.0f, 3, 0.02f},  {2, 7.0f, 44, float(0.002)},
+               {4, 1.0f, 4, 0.02f},  {0, 1.0f, 7, 0.02f},
+               {0, 1.0f, 8, 0.02f},  {0, 1.0f, 41, 0.02f},
+               {0, 1.0f, 42, 0.02f}, {0, 1.0f, 43, 0.02f},
+               {0, 3.0f, 40, 1.0f},  {2, 3.0f, 58, 0.1f},
+               {0, 1.0f, 9, -1.0f},  {0, 1.0f, 11, -1.0f},
+               {0, 1.0f, 80, -1.0f}, {0, 1.0f, 0, -1.0f},
+               {0, 1.0f, 59, -1.0f}};
   for (const auto& c : cases) {
-    SCOPED_TRACE(c.code);
     float m = 5.0f;
     EXPECT_EQ(KUGetMagnitudeForFIFOInput(&m, c.flags, c.speed, c.code), 1);
-    EXPECT_EQ(m, c.expected);
+    EXPECT_EQ(m, c.expected) << c.code;
   }
   EXPECT_EQ(KUGetMagnitudeForFIFOInput(nullptr, 0, 1.0f, 1), 0);
 }
