@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Allocation.h"
+#include "DecideTestSupport.h"
 #include "KDecide.h"
 #include "KNormalise.h"
 #include "KVGen.h"
@@ -81,6 +82,29 @@ TEST(Boundary, ShapeCallsFailOrNeedNoMemory) {
   EXPECT_EQ(gen.KVRestore(f.shape.c_str()), 1);
   EXPECT_EQ(gen.KVTesselateSeedPlane(), 1);
   EXPECT_EQ(f.square.KVTesselateSeedPlane(), 1);
+}
+
+TEST(Boundary, BehaviourCallsFailWithoutMemoryAndWorkAfterwards) {
+  kutil::test::ScriptedClock clock;
+  kutil::test::TempDir dir;
+  const std::string rec = dir.file("r.rec"), kvc = dir.file("t.kvc");
+  kutil::test::writeFile(rec, "[CM][1]1[MG][1]0[TX][0][RP][1]0\n");
+  kutil::test::Behaviour b;
+  ASSERT_EQ(kutil::test::loadText(b.table, dir, "ON select PLAYBACK \"" + rec + "\"\n"), 1);
+  b.table.DESetItemScaleFactor(1.5f);
+  CKDecide other;
+  int loaded = -1, ticked = -1;
+  {
+    AllocationFailure noMemory;
+    loaded = other.DELoadFromFile(kvc.c_str());  // no row can be made
+    b.in.FIPushFIFOCommand(KAR_EVENT_SELECT, 1.0f);
+    ticked = b.table.DEClock();  // no recorder can be made: nothing is played
+  }
+  EXPECT_EQ(loaded * 10 + ticked, 1);
+  EXPECT_EQ(kutil::test::rowCount(other), 0);
+  EXPECT_EQ(kutil::test::drain(b.out), "");
+  EXPECT_EQ(b.run(KAR_EVENT_SELECT), "1:0.2");
+  EXPECT_EQ(other.DELoadFromFile(kvc.c_str()), 1);
 }
 
 }  // namespace

@@ -38,6 +38,12 @@ TEST(CKFIFO, RingCarriesEveryFieldAndKeepsItsEmptyAndFullRules) {
         std::to_string(code) + "/" + std::to_string(flags) + text + std::to_string(magnitude + out.x + out.z),
         "24/9door.kvc5.500000");
   }
+  // Missing outputs fail and leave the queue alone.
+  EXPECT_EQ(fifo.FIPeekFIFOCommand(nullptr, &magnitude, &out, text, &flags) +
+                fifo.FIPopFIFOCommand(nullptr, &magnitude, &out, text, &flags) +
+                fifo.FIPopFIFOCommand(&code, &magnitude, nullptr, text, &flags) +
+                fifo.FIPopFIFOCommand(&code, nullptr),
+            0);
   ASSERT_EQ(fifo.FIPopFIFOCommand(), 1);
   ASSERT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude, text, &flags), 1);
   ASSERT_EQ(fifo.FIPopFIFOCommand(&code, &magnitude, text, &flags), 1);

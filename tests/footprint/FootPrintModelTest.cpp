@@ -22,6 +22,13 @@ TEST(FootPrintEdges, PropertiesCursorAndWalks) {
   EXPECT_EQ(value * 10 + count, 9993);
   EXPECT_EQ(fp.FPGetThisEdgeSectorAccess(&value) + fp.FPGetThisEdgeItemAccess(&value), 0);
   EXPECT_EQ(value, 999) << "unset access is not written";
+  EXPECT_EQ(fp.FPGetType(&value), 1);
+  EXPECT_EQ(value, 0);
+  EXPECT_EQ(fp.FPSetType(-1), 1);
+  EXPECT_EQ(fp.FPGetType(&value), 0) << "-1 is unset";
+  EXPECT_EQ(fp.FPSetType(4), 1);
+  EXPECT_EQ(fp.FPGetType(&value), 1);
+  EXPECT_EQ(value, 4);
   // Wrapping and non-wrapping steps; each answer, then the cursor.
   const struct {
     int (CKFootPrint::*step)();
@@ -127,9 +134,9 @@ TEST(FootPrintPlane, KindsSolutionsAndConstantHeightVector) {
     int result, kind;
   } planes[] = {
       {&o, &x, &y, nullptr, 1, 0},     {&o, &z, &steep, nullptr, 1, 1},
-      {&x, &z, &slope, nullptr, 1, 3}, {&o, &x, &onLine, nullptr, 0, 3},  // collinear: the kind stays
+      {&z, &slope, &x, nullptr, 1, 3}, {&o, &x, &onLine, nullptr, 0, 3},  // collinear: the kind stays
       {&o, &o, &x, &y, 1, 0},          {&o, &z, &z, &steep, 1, 1},
-      {&x, &z, &z, &slope, 1, 3},      {&o, &o, &x, &x, 0, 3}};
+      {&z, &slope, &slope, &x, 1, 3},  {&o, &o, &x, &x, 0, 3}};
   ASSERT_EQ(fp.FPInitPlaneEquation(&plane), 1);
   for (const auto& p : planes) {
     EXPECT_EQ(p.p4 ? fp.FPMakePlaneEquation(&plane, p.p1, p.p2, p.p3, p.p4)
@@ -137,7 +144,7 @@ TEST(FootPrintPlane, KindsSolutionsAndConstantHeightVector) {
               p.result);
     EXPECT_EQ(plane.kind * 10 + plane.made, p.kind * 10 + 1);
   }
-  // Through (1, 0, 0), (0, 0, 1), (2, 1, 0): -x + y - z = -1, that is y = x + z - 1.
+  // Through (0, 0, 1), (2, 1, 0), (1, 0, 0): -x + y - z = -1, that is y = x + z - 1.
   EXPECT_EQ(plane.d * 1000 + plane.a * 100 + plane.b * 10 + plane.c, -1000 - 100 + 10 - 1);
   ASSERT_EQ(fp.FPSolvePlaneEquation(&plane, &at, &solved), 1);
   EXPECT_EQ(str(solved), "4,10,7");
