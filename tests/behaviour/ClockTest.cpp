@@ -70,10 +70,11 @@ TEST_F(CKDecideClock, ScriptedTables) {
       {"ON open CALL door FOR 2\nIN door MOVE UP BY 1\nIN door MOVE DOWN\nIN door RETURN\n",
        "24/1 5:1 | b2(door) i n i; 24/1 6:0 | b2(door) i i n; -/1 5:1 | b1(door) i n i; "
        "-/1 6:0 | b1(door) i i n; -/1 | i2- i i i; 24/1 5:1 | b2(door) i n i;"},
-      // nested calls unwind in one tick
-      {"ON select CALL outer\nIN outer CALL inner\nIN outer RETURN\nIN inner MOVE LOOKUP BY 3\nIN inner "
-       "RETURN\n",
-       "20/1 7:3 | b(outer) b(inner) i i n; -/1 | i- i- i i i; -/0 |;"},
+      // nested calls unwind in one tick; a waiting call does not stop the dispatch of its command
+      {"ON select CALL outer\nON select MOVE UP\nIN outer CALL inner\nIN outer RETURN\nIN inner MOVE LOOKUP "
+       "BY 3\n"
+       "IN inner RETURN\n",
+       "20/1 7:3 5:0 | b(outer) i b(inner) i i n; -/1 | i- i i- i i i; -/0 |;"},
       // group members run one per tick in table order until a row of another group; a member whose
       // repeats are used up hands on to the next at once
       {"ON select CALL g\nIN g MOVE UP\nIN g MOVE DOWN FOR 2\nIN g ZOOMIN BY 2\nIN h MOVE BACKWARD\nIN g "
@@ -116,17 +117,26 @@ TEST_F(CKDecideClock, PlaybackPushesTheRecordingOneCommandPerTick) {
   b.table.DESetItemScaleFactor(1.5f);
   for (int round = 0; round < 2; ++round)
     play(b, "20/1 1:0.2 | n; -/1 1:0.2 | n; -/1 3:0.02:left 3:0.02:left | n; -/1 | i; -/0 | i;");
+  // A called group's playback goes on until the recording ends, then the group goes on.
+  Behaviour in;
+  ASSERT_EQ(loadText(in.table, dir,
+                     "ON select CALL g\nON select MOVE UP\nIN g PLAYBACK \"" + rec + "\"\nIN g RETURN\n"),
+            1);
+  in.table.DESetItemScaleFactor(1.5f);
+  play(in,
+       "20/1 1:0.2 5:0 | b(g) i n i; -/1 1:0.2 | b(g) i n i; -/1 3:0.02:left 3:0.02:left | b(g) i n i; "
+       "-/1 | b(g) i i n; -/1 | i- i i i;");
 }
 
 TEST_F(CKDecideClock, AtRowsFireOnEveryTickOfTheirTime) {
   load(
       "AT MAAAAAAAAAA0000AA PING hour\nAT W2026AA0410AAAAAA PING thu\nAT MAAAAAAAAAAAAAA02 PING second\n"
-      "AT X2026AAAAAAAAAAAA PING never\nAT MAAAA PING short\n");
+      "AT X2026AAAAAAAAAAAA PING never\nAT MAAAA PING short\nAT M2026102210AAAAAA PING day\n");
   clock.set(2026, 10, 22, 4, 10, 0, 0);
-  play(b, "-/1 80:1:hour 80:1:thu |; -/1 80:1:hour 80:1:thu 80:1:second |;");
+  play(b, "-/1 80:1:hour 80:1:thu 80:1:day |; -/1 80:1:hour 80:1:thu 80:1:second 80:1:day |;");
   EXPECT_EQ(TableInternals::clockDateTime(b.table).extra, 2) << "ticks are numbered within their second";
   clock.setSecond(1);
-  play(b, "-/1 80:1:thu |; -/1 80:1:thu 80:1:second |;");
+  play(b, "-/1 80:1:thu 80:1:day |; -/1 80:1:thu 80:1:second 80:1:day |;");
   clock.set(2026, 10, 23, 5, 11, 0, 0);
   clock.setAvailable(false);
   play(b, "-/0 |;");  // no AT row fires without a time reading

@@ -127,11 +127,11 @@ TEST(FootPrintSlide, StepKeepsOnlyItsComponentAlongTheWall) {
 
 TEST(FootPrintEdgeQueries, HeightSampleDistanceAndCoincidentEdge) {
   CKFootPrint fp;
-  makeFootPrint(fp, {{0, 0, 0}, {0, 4, 8}, {5, 0, 0}, {5, 0, 0}});
+  makeFootPrint(fp, {{0, 0, 1}, {0, 4, 9}, {2, 4, 1}, {6, 0, 1}, {6, 0, 1}});
   _D3DVECTOR p = {0, 99, 2};
   EXPECT_EQ(fp.FPUpdateYFromSelectedEdgeCrossing(&p), 0) << "no current edge";
   // Along z on a constant-x edge, along x, and the start's height on an edge of no length.
-  const _D3DVECTOR points[] = {{0, 99, 2}, {1.25f, 99, 0}, {7, 99, 7}};
+  const _D3DVECTOR points[] = {{0, 99, 3}, {1, 99, 5}, {3, 99, 1}, {7, 99, 7}};
   std::string heights;
   fp.FPSelectFirstEdge();
   for (_D3DVECTOR q : points) {
@@ -139,12 +139,12 @@ TEST(FootPrintEdgeQueries, HeightSampleDistanceAndCoincidentEdge) {
     heights += str(q) + " ";
     fp.FPSelectNextEdgeNoWrap();
   }
-  EXPECT_EQ(heights, "0,1,2 1.25,3,0 7,0,7 ");
-  // The last edge, (5, 0, 0) -> (0, 0, 0): the nearest end, or straight across.
+  EXPECT_EQ(heights, "0,1,3 1,4,5 3,3,1 7,0,7 ");
+  // The last edge, (6, 0, 1) -> (0, 0, 1): the nearest end, or straight across.
   const struct {
     _D3DVECTOR at;
     float distance;
-  } samples[] = {{{-3, 0, 4}, 5}, {{2, 7, -3}, 3}, {{8, 0, 4}, 5}};
+  } samples[] = {{{-3, 0, 5}, 5}, {{2, 7, -2}, 3}, {{9, 0, 5}, 5}};
   for (const auto& s : samples) {
     float distance = -1;
     ASSERT_EQ(fp.FPGetEdgeSampleDistance(&s.at, &distance), 1);
@@ -171,6 +171,7 @@ TEST(FootPrintClearance, WallBoxCrossingAndSlopingFloorModes) {
                 wall.FPBoxBoundaryCrossingInclusive(&on, &on, &box),
             2);
   _D3DVECTOR inside = {5, 0, 5}, out = {12, 0, 5}, near = {6, 0, 5}, left = {-2, 0, 5};
+  _D3DVECTOR back = {4, 0, 9}, beyond = {4, 0, 11};
   const struct {
     CKFootPrint* fp;
     _D3DVECTOR *from, *to;
@@ -187,7 +188,8 @@ TEST(FootPrintClearance, WallBoxCrossingAndSlopingFloorModes) {
               {&floor, &inside, &near, 0, -1, 0, "9,9,9 9,9,9"},
               {&floor, &left, &left, 0, -1, 0, "9,9,9 9,9,9"},
               {&floor, &inside, &near, 2, -1, 0, "9,9,9 9,9,9"},
-              {&floor, &inside, &near, 0, 0, 1, "9,5,9 9,0,9"}};  // nothing crossed: the box answers
+              {&floor, &inside, &near, 0, 0, 1, "9,5,9 9,0,9"},    // nothing crossed: the box answers
+              {&floor, &back, &beyond, 2, -1, 1, "9,2,9 9,2,9"}};  // across (10, 5, 10)-(0, 0, 10) at x = 4
   for (const auto& r : rows) {
     SCOPED_TRACE(r.mode);
     top = bottom = {9, 9, 9};
@@ -221,6 +223,22 @@ TEST(FootPrintBadInput, DegenerateFootPrintsGiveTheDocumentedAnswers) {
   EXPECT_EQ(fp.FPIsBoundaryCrossedNoMargin(&nearWall, &across), 1);
   EXPECT_EQ(fp.FPIsPointInside(&nearWall), 0);
   EXPECT_EQ(fp.FPPointsAreOnTheSameSide(&nearWall, &below), 1);
+
+  // A missing argument answers 0 where all present answer 1.
+  makeSquare(fp);
+  _D3DVECTOR v[4] = {{1, 0, 1}, {5, 0, 5}, {1, 0, 5}, {5, 0, 1}};
+  for (int k = 0; k <= 5; ++k) {
+    _D3DVECTOR* a[4] = {&v[0], &v[1], &v[2], &v[3]};
+    if (k < 4) a[k] = nullptr;
+    EXPECT_EQ(fp.FPDistanceToEdge(a[0], a[1], a[2], a[3], k == 4 ? nullptr : &distance) +
+                  fp.FPDoLinesCross(a[0], a[1], a[2], a[3]) +
+                  fp.FPGetFaceClearance(a[0], a[1], a[2], a[3], 1) +
+                  fp.FPGetClearance(a[0], a[1], a[2], a[3], 0, 0),
+              k < 4    ? 0
+              : k == 4 ? 3
+                       : 4)
+        << k;
+  }
 }
 
 namespace {
