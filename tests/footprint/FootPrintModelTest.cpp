@@ -10,61 +10,44 @@
 using namespace kutil::test;
 
 TEST(FootPrintEdges, PropertiesCursorAndWalks) {
+  using F = CKFootPrint;
   CKFootPrint fp;
   fp.FPInitialise();
   int value = -5, count = -1;
-  EXPECT_EQ(fp.FPSetAllEdgeResist(1) + fp.FPSetAllAccess(1) + fp.FPUpdateVertexDependencies(), 0);
-  EXPECT_EQ(fp.FPSelectFirstEdge() + fp.FPSelectNextEdgeNoWrap() + fp.FPDeleteSelectedEdge(), 0);
-  EXPECT_EQ(fp.FPSetThisEdgeResist(1) + fp.FPGetThisEdgeResist(&value) + fp.FPSelectNextEdgeWrapping(), 0);
+  EXPECT_EQ(seq({fp.FPSetAllEdgeResist(1), fp.FPSetAllAccess(1), fp.FPUpdateVertexDependencies(),
+                 fp.FPSelectFirstEdge(), fp.FPSelectNextEdgeNoWrap(), fp.FPDeleteSelectedEdge(),
+                 fp.FPSetThisEdgeResist(1), fp.FPGetThisEdgeResist(&value), fp.FPSelectNextEdgeWrapping()}),
+            "0 0 0 0 0 0 0 0 0");
   makeSquare(fp);
-  ASSERT_EQ(fp.FPSelectFirstEdge(), 1);
-  EXPECT_EQ(fp.FPGetThisEdgeResist(&value) + fp.FPGetThisEdgeProperty(&count), 2);
-  EXPECT_EQ(value * 10 + count, 9993);
-  EXPECT_EQ(fp.FPGetThisEdgeSectorAccess(&value) + fp.FPGetThisEdgeItemAccess(&value), 0);
-  EXPECT_EQ(value, 999) << "unset access is not written";
-  EXPECT_EQ(fp.FPGetType(&value), 1);
-  EXPECT_EQ(value, 0);
-  EXPECT_EQ(fp.FPSetType(-1), 1);
-  EXPECT_EQ(fp.FPGetType(&value), 0) << "-1 is unset";
-  EXPECT_EQ(fp.FPSetType(4), 1);
-  EXPECT_EQ(fp.FPGetType(&value), 1);
-  EXPECT_EQ(value, 4);
-  // Wrapping and non-wrapping steps; each answer, then the cursor.
-  const struct {
-    int (CKFootPrint::*step)();
-    int result;
-    const char* at;
-  } walk[] = {{&CKFootPrint::FPSelectPreviousEdgeNoWrap, 0, "0,0,0"},
-              {&CKFootPrint::FPSelectPreviousEdgeWrapping, 1, "0,0,10"},
-              {&CKFootPrint::FPSelectNextEdgeNoWrap, 0, "0,0,10"},
-              {&CKFootPrint::FPSelectPreviousEdgeNoWrap, 1, "10,0,10"},
-              {&CKFootPrint::FPSelectPreviousEdgeWrapping, 1, "10,0,0"},
-              {&CKFootPrint::FPSelectNextEdgeWrapping, 1, "10,0,10"},
-              {&CKFootPrint::FPSelectNextEdgeWrapping, 1, "0,0,10"},
-              {&CKFootPrint::FPSelectNextEdgeWrapping, 1, "0,0,0"},
-              {&CKFootPrint::FPSelectNextEdgeNoWrap, 1, "10,0,0"}};
-  for (const auto& w : walk) {
-    EXPECT_EQ((fp.*w.step)(), w.result);
-    EXPECT_EQ(edgeFrom(fp) + (fp.FPIsSelectedTheFirst() == 1 ? " first" : ""),
-              w.at + std::string(w.at == std::string("0,0,0") ? " first" : ""));
-  }
+  // Unset access is not written; a type of -1 is unset.
+  EXPECT_EQ(
+      seq({fp.FPSelectFirstEdge(), fp.FPGetThisEdgeResist(&value), fp.FPGetThisEdgeProperty(&count), value,
+           count, fp.FPGetThisEdgeSectorAccess(&value), fp.FPGetThisEdgeItemAccess(&value), value}),
+      "1 1 1 999 3 0 0 999");
+  EXPECT_EQ(seq({fp.FPGetType(&value), value, fp.FPSetType(-1), fp.FPGetType(&value), fp.FPSetType(4),
+                 fp.FPGetType(&value), value}),
+            "1 0 1 0 1 1 4");
+  // Wrapping and non-wrapping steps: each answer, then the cursor ("*" on the first edge).
+  std::string walk;
+  for (auto step :
+       {&F::FPSelectPreviousEdgeNoWrap, &F::FPSelectPreviousEdgeWrapping, &F::FPSelectNextEdgeNoWrap,
+        &F::FPSelectPreviousEdgeNoWrap, &F::FPSelectPreviousEdgeWrapping, &F::FPSelectNextEdgeWrapping,
+        &F::FPSelectNextEdgeWrapping, &F::FPSelectNextEdgeWrapping, &F::FPSelectNextEdgeNoWrap})
+    walk += seq({(fp.*step)(), edgeFrom(fp) + (fp.FPIsSelectedTheFirst() == 1 ? "*" : "")}) + "; ";
+  EXPECT_EQ(walk,
+            "0 0,0,0*; 1 0,0,10; 0 0,0,10; 1 10,0,10; 1 10,0,0; 1 10,0,10; 1 0,0,10; 1 0,0,0*; 1 10,0,0; ");
   _D3DVECTOR to;
-  ASSERT_EQ(fp.FPGetEdgeToVector(&to), 1);
-  EXPECT_EQ(str(to), "10,0,10");
-  EXPECT_EQ(fp.FPSetAllAccess(6) + fp.FPSetAllEdgeResist(7) + fp.FPUpdateVertexDependencies(), 3);
-  EXPECT_EQ(edgeFrom(fp), "10,0,0") << "walks restore the cursor";
-  EXPECT_EQ(fp.FPGetThisEdgeSectorAccess(&value) + fp.FPGetThisEdgeResist(&count), 2);
-  EXPECT_EQ(value * 10 + count, 67);
-  EXPECT_EQ(fp.FPGetThisEdgeItemAccess(&value), 0) << "only sector access is set for all";
+  EXPECT_EQ(seq({fp.FPGetEdgeToVector(&to), to, fp.FPSetAllAccess(6), fp.FPSetAllEdgeResist(7),
+                 fp.FPUpdateVertexDependencies(), edgeFrom(fp), fp.FPGetThisEdgeSectorAccess(&value),
+                 fp.FPGetThisEdgeResist(&count), value, count, fp.FPGetThisEdgeItemAccess(&value)}),
+            "1 10,0,10 1 1 1 10,0,0 1 1 6 7 0")
+      << "walks restore the cursor; only sector access is set for all";
   const _D3DVECTOR moved = {10, 2, -1};
-  ASSERT_EQ(fp.FPUpdateEdgeFromVector(&moved), 1);
-  EXPECT_EQ(edgeFrom(fp), "10,2,-1");
-  ASSERT_EQ(fp.FPDeleteSelectedEdge(), 1);
-  EXPECT_EQ(edgeFrom(fp), "10,0,10") << "the successor takes its place";
-  fp.FPSelectFirstEdge();
-  ASSERT_EQ(fp.FPDeleteSelectedEdge(), 1);
-  ASSERT_EQ(fp.FPIsSelectedTheFirst() * fp.FPGetVertexCount(&count), 1);
-  EXPECT_EQ(edgeFrom(fp) + " " + std::to_string(count), "10,0,10 4") << "deleting does not count down";
+  // The successor takes a deleted edge's place; deleting does not count down.
+  EXPECT_EQ(seq({fp.FPUpdateEdgeFromVector(&moved), edgeFrom(fp), fp.FPDeleteSelectedEdge(), edgeFrom(fp),
+                 fp.FPSelectFirstEdge(), fp.FPDeleteSelectedEdge(), fp.FPIsSelectedTheFirst(),
+                 fp.FPGetVertexCount(&count), edgeFrom(fp), count}),
+            "1 10,2,-1 1 10,0,10 1 1 1 1 10,0,10 4");
 }
 
 TEST(FootPrintLines, LineEquationsHaveTheirThreeKinds) {
@@ -91,40 +74,39 @@ TEST(FootPrintBox, BoxCentreClearanceAndExternalVertex) {
   CKFootPrint fp;
   makeFootPrint(fp, {{1, 2, 3}}, false);
   _D3DRMBOX* box = nullptr;
-  EXPECT_EQ(fp.FPGetBox(&box), 0);
-  EXPECT_EQ(fp.FPSet3DBoxFromVertices(), 0);  // a lone vertex: 0, but the box is set
-  ASSERT_EQ(fp.FPGetBox(&box), 1);
-  EXPECT_EQ(str(box->min) + " " + str(box->max), "1,2,3 1,2,3");
+  // A lone vertex: 0, but the box is set.
+  ASSERT_EQ(seq({fp.FPGetBox(&box), fp.FPSet3DBoxFromVertices(), fp.FPGetBox(&box)}), "0 0 1");
+  EXPECT_EQ(seq({box->min, box->max}), "1,2,3 1,2,3");
 
   makeFootPrint(fp, {{0, 0, 0}, {4, 1, -2}, {0, 0, 2}, {-1, -3, 0}});
   _D3DVECTOR centre, *external = nullptr;
-  ASSERT_EQ(fp.FPGetCentreOfGravity(&centre) * fp.FPGetBox(&box) * fp.FPGetExternalVertex(&external), 1);
-  EXPECT_EQ(str(centre), "1.5,-1,0");  // the box centre, not the area centroid
-  EXPECT_EQ(str(box->min) + " " + str(box->max), "-1,-3,-2 4,1,2");
+  float top = 0, bottom = 0;
+  ASSERT_EQ(seq({fp.FPGetCentreOfGravity(&centre), fp.FPGetBox(&box), fp.FPGetExternalVertex(&external),
+                 fp.FPGetClearance(&top, &bottom), top, bottom}),
+            "1 1 1 1 1 -3");
+  EXPECT_EQ(seq({centre, box->min, box->max}),
+            "1.5,-1,0 -1,-3,-2 4,1,2");  // the box centre, not the centroid
   EXPECT_FLOAT_EQ(external->x, 4 + 17.3133f);
   EXPECT_FLOAT_EQ(external->y, 1 + 6.550404f);
   EXPECT_FLOAT_EQ(external->z, 2 + 103.00314f);
-  float top = 0, bottom = 0;
-  ASSERT_EQ(fp.FPGetClearance(&top, &bottom), 1);
-  EXPECT_EQ(top * 10 + bottom, 10 - 3);
 
+  // The clearance alone is not a box until the horizontal extent comes; then the clearance stays.
   CKFootPrint other;
   other.FPInitialise();
-  EXPECT_EQ(other.FPGetClearance(&top, &bottom) + other.FPSet2DBoxFromVertices(), 0);
-  EXPECT_EQ(other.FPSetClearance(3.0f, -1.0f), 1);
-  EXPECT_EQ(other.FPGetBox(&box), 0) << "the horizontal extent is still missing";
+  EXPECT_EQ(seq({other.FPGetClearance(&top, &bottom), other.FPSet2DBoxFromVertices(),
+                 other.FPSetClearance(3.0f, -1.0f), other.FPGetBox(&box)}),
+            "0 0 1 0");
   other.FPAddVertex(5, 0, 6);
   other.FPAddVertex(-5, 9, 7);
-  EXPECT_EQ(other.FPSet2DBoxFromVertices(), 1);
-  ASSERT_EQ(other.FPGetBox(&box), 1);
-  EXPECT_EQ(str(box->min) + " " + str(box->max), "-5,-1,6 5,3,7") << "the clearance stays";
+  ASSERT_EQ(seq({other.FPSet2DBoxFromVertices(), other.FPGetBox(&box)}), "1 1");
+  EXPECT_EQ(seq({box->min, box->max}), "-5,-1,6 5,3,7");
 }
 
 TEST(FootPrintPlane, KindsSolutionsAndConstantHeightVector) {
   CKFootPrint fp;
   ASSERT_EQ(makeFootPrint(fp, {{0, 0, 0}, {1, 0, 0}, {1, 0, 1}, {0, 0, 1}}), 1);
   tagKPlaneEquation *own = nullptr, plane;
-  ASSERT_EQ(fp.FPGetPlaneEquation(&own) * fp.FPIsPlaneEquationInUse(), 1);
+  ASSERT_EQ(seq({fp.FPGetPlaneEquation(&own), fp.FPIsPlaneEquationInUse()}), "1 1");
   EXPECT_EQ(own->kind, 2);  // a level square
   _D3DVECTOR o = {0, 0, 0}, x = {1, 0, 0}, y = {0, 1, 0}, z = {0, 0, 1}, steep = {1, 3, 0}, slope = {2, 1, 0};
   _D3DVECTOR onLine = {2, 0, 0}, at = {4, 0, 7}, solved = {9, 9, 9};
@@ -139,23 +121,21 @@ TEST(FootPrintPlane, KindsSolutionsAndConstantHeightVector) {
       {&z, &slope, &slope, &x, 1, 3},  {&o, &o, &x, &x, 0, 3}};
   ASSERT_EQ(fp.FPInitPlaneEquation(&plane), 1);
   for (const auto& p : planes) {
-    EXPECT_EQ(p.p4 ? fp.FPMakePlaneEquation(&plane, p.p1, p.p2, p.p3, p.p4)
-                   : fp.FPMakePlaneEquation(&plane, p.p1, p.p2, p.p3),
-              p.result);
-    EXPECT_EQ(plane.kind * 10 + plane.made, p.kind * 10 + 1);
+    EXPECT_EQ(seq({p.p4 ? fp.FPMakePlaneEquation(&plane, p.p1, p.p2, p.p3, p.p4)
+                        : fp.FPMakePlaneEquation(&plane, p.p1, p.p2, p.p3),
+                   plane.kind, plane.made}),
+              seq({p.result, p.kind, 1}));
   }
   // Through (0, 0, 1), (2, 1, 0), (1, 0, 0): -x + y - z = -1, that is y = x + z - 1.
-  EXPECT_EQ(plane.d * 1000 + plane.a * 100 + plane.b * 10 + plane.c, -1000 - 100 + 10 - 1);
-  ASSERT_EQ(fp.FPSolvePlaneEquation(&plane, &at, &solved), 1);
-  EXPECT_EQ(str(solved), "4,10,7");
-  ASSERT_EQ(fp.FPSolvePlaneEquationBroadly(&plane, &x, &solved), 1);
-  EXPECT_EQ(str(solved), "1,0,0");
-  fp.FPMakePlaneEquation(&plane, &o, &x, &y);
-  EXPECT_EQ(
-      fp.FPSolvePlaneEquation(&plane, &at, &solved) + fp.FPSolvePlaneEquationBroadly(&plane, &at, &solved),
-      0);
+  EXPECT_EQ(seq({plane.a, plane.b, plane.c, plane.d, fp.FPSolvePlaneEquation(&plane, &at, &solved), solved,
+                 fp.FPSolvePlaneEquationBroadly(&plane, &x, &solved), solved}),
+            "-1 1 -1 -1 1 4,10,7 1 1,0,0");
+  fp.FPMakePlaneEquation(&plane, &o, &x, &y);  // vertical: no height to solve for
+  EXPECT_EQ(seq({fp.FPSolvePlaneEquation(&plane, &at, &solved),
+                 fp.FPSolvePlaneEquationBroadly(&plane, &at, &solved), solved}),
+            "0 0 1,0,0");
   makeFootPrint(fp, {{0, 0, 0}, {1, 0, 0}});  // too few vertices: the plane is reset
-  EXPECT_EQ(fp.FPIsPlaneEquationInUse() * 10 + own->kind, -1);
+  EXPECT_EQ(seq({fp.FPIsPlaneEquationInUse(), own->kind}), "0 -1");
 
   // The level direction of a sloping plane, in the sense nearer the reference.
   const struct {
@@ -173,7 +153,7 @@ TEST(FootPrintPlane, KindsSolutionsAndConstantHeightVector) {
     EXPECT_EQ(str(out), l.out);
   }
   plane.kind = 2;
-  EXPECT_EQ(fp.FPGetConstYVector(&plane, &x, &solved), 0);
+  EXPECT_EQ(seq({fp.FPGetConstYVector(&plane, &x, &solved), solved}), "0 1,0,0");
 }
 
 TEST(FootPrintCopy, CopiesEverythingButItemAccessAndMovesEveryVertex) {
@@ -181,46 +161,37 @@ TEST(FootPrintCopy, CopiesEverythingButItemAccessAndMovesEveryVertex) {
   makeSquare(source);
   source.FPSelectFirstEdge();
   source.FPSelectNextEdgeNoWrap();
-  source.FPSetThisEdgeItemAccess(7);
-  source.FPSetThisEdgeSectorAccess(4);
-  source.FPSetThisEdgeResist(5);
-  source.FPSetThisEdgeProperty(6);
+  EXPECT_EQ(seq({source.FPSetThisEdgeItemAccess(7), source.FPSetThisEdgeSectorAccess(4),
+                 source.FPSetThisEdgeResist(5), source.FPSetThisEdgeProperty(6)}),
+            "1 1 1 1");
   copy.FPInitialise();
   copy.FPAddVertex(50, 50, 50);
-  EXPECT_EQ(copy.FPCopyFrom(nullptr), 0);
-  ASSERT_EQ(copy.FPCopyFrom(&source), 1);
-  EXPECT_EQ(edgeFrom(source), "10,0,0");
   int count = 0, sector = 0, resist = 0, property = 0;
-  copy.FPGetVertexCount(&count);
-  EXPECT_EQ(count, 8) << "the copied count is raised again by every vertex added";
-  copy.FPSelectFirstEdge();
-  copy.FPSelectNextEdgeNoWrap();
-  EXPECT_EQ(copy.FPGetThisEdgeItemAccess(&count), 0);  // deliberately not copied
-  EXPECT_EQ(copy.FPGetThisEdgeSectorAccess(&sector) * copy.FPGetThisEdgeResist(&resist) *
-                copy.FPGetThisEdgeProperty(&property),
-            1);
-  EXPECT_EQ(sector * 100 + resist * 10 + property, 456);
+  // The copied count is raised again by every vertex added; item access is deliberately not copied.
+  EXPECT_EQ(seq({copy.FPCopyFrom(nullptr), copy.FPCopyFrom(&source), edgeFrom(source),
+                 copy.FPGetVertexCount(&count), count, copy.FPSelectFirstEdge(),
+                 copy.FPSelectNextEdgeNoWrap(), copy.FPGetThisEdgeItemAccess(&count),
+                 copy.FPGetThisEdgeSectorAccess(&sector), copy.FPGetThisEdgeResist(&resist),
+                 copy.FPGetThisEdgeProperty(&property), sector, resist, property}),
+            "0 1 10,0,0 1 8 1 1 0 1 1 1 4 5 6");
   tagKLineEquation *line = nullptr, *original = nullptr;
   ASSERT_EQ(copy.FPGetThisEdgeLineEquation(&line) * source.FPGetThisEdgeLineEquation(&original), 1);
-  EXPECT_EQ(line->kind * 100 + line->xIntercept, original->kind * 100 + original->xIntercept);
+  EXPECT_EQ(seq({line->kind, line->xIntercept}), seq({original->kind, original->xIntercept}));
   _D3DRMBOX* box = nullptr;
   _D3DVECTOR in = {5, 0, 5}, *external = nullptr;
-  ASSERT_EQ(copy.FPGetBox(&box) * copy.FPIsPlaneEquationInUse() * copy.FPGetExternalVertex(&external), 1);
-  EXPECT_EQ(str(box->max) + " " + str(*external), "10,0,10 27.3133,6.5504,113.003");
-  EXPECT_EQ(copy.FPIsPointInside(&in), 1);
+  ASSERT_EQ(seq({copy.FPGetBox(&box), copy.FPIsPlaneEquationInUse(), copy.FPGetExternalVertex(&external)}),
+            "1 1 1");
+  EXPECT_EQ(seq({box->max, *external, copy.FPIsPointInside(&in)}), "10,0,10 27.3133,6.5504,113.003 1");
 
   makeFootPrint(copy, {{1, 0, 0}, {0, 2, 0}}, false);
   const _D3DVECTOR shift = {1, 1, 1};
-  EXPECT_EQ(copy.FPTranslate(&shift), 1);
-  EXPECT_EQ(copy.FPRotateHorizontal(1.57079632679f), 1);
-  copy.FPSelectFirstEdge();
-  EXPECT_EQ(edgeFrom(copy), "1,1,-2");  // (2, 1, 1) a quarter turn about y
-  copy.FPSelectNextEdgeNoWrap();
-  EXPECT_EQ(copy.FPRoll(1.57079632679f), 1);
-  EXPECT_EQ(copy.FPElevate(3.14159265359f), 1);
-  EXPECT_EQ(copy.FPResize(2), 1);
-  EXPECT_EQ(edgeFrom(copy), "-6,-2,2");  // (1, 3, -1) rolled, turned over about x, doubled
+  // (2, 1, 1) a quarter turn about y; (1, 3, -1) rolled, turned over about x, doubled.
+  EXPECT_EQ(seq({copy.FPTranslate(&shift), copy.FPRotateHorizontal(1.57079632679f), copy.FPSelectFirstEdge(),
+                 edgeFrom(copy), copy.FPSelectNextEdgeNoWrap(), copy.FPRoll(1.57079632679f),
+                 copy.FPElevate(3.14159265359f), copy.FPResize(2), edgeFrom(copy)}),
+            "1 1 1 1,1,-2 1 1 1 1 -6,-2,2");
   source.FPInitialise();
-  EXPECT_EQ(source.FPTranslate(&shift) + source.FPRotateHorizontal(1) + source.FPResize(2) + source.FPRoll(1),
-            4);
+  EXPECT_EQ(
+      seq({source.FPTranslate(&shift), source.FPRotateHorizontal(1), source.FPResize(2), source.FPRoll(1)}),
+      "1 1 1 1");
 }
