@@ -77,8 +77,7 @@ TEST(FootPrintCrossing, SegmentsCrossingKindPointAndDistance) {
   CKFootPrint fresh;
   fresh.FPInitialise();
   int kind = 9;
-  EXPECT_EQ(fresh.FPGetCoincidenceKind(&kind), 0) << "no lines met yet";
-  EXPECT_EQ(kind, 9);
+  EXPECT_EQ(seq({fresh.FPGetCoincidenceKind(&kind), kind}), "0 9") << "no lines met yet";
 }
 
 TEST(FootPrintSlide, StepKeepsOnlyItsComponentAlongTheWall) {
@@ -191,13 +190,13 @@ TEST(FootPrintBadInput, DegenerateFootPrintsGiveTheDocumentedAnswers) {
   for (int k = 0; k <= 5; ++k) {
     _D3DVECTOR* a[4] = {&v[0], &v[1], &v[2], &v[3]};
     if (k < 4) a[k] = nullptr;
-    EXPECT_EQ(fp.FPDistanceToEdge(a[0], a[1], a[2], a[3], k == 4 ? nullptr : &distance) +
-                  fp.FPDoLinesCross(a[0], a[1], a[2], a[3]) +
-                  fp.FPGetFaceClearance(a[0], a[1], a[2], a[3], 1) +
-                  fp.FPGetClearance(a[0], a[1], a[2], a[3], 0, 0),
-              k < 4    ? 0
-              : k == 4 ? 3
-                       : 4)
+    EXPECT_EQ(
+        seq({fp.FPDistanceToEdge(a[0], a[1], a[2], a[3], k == 4 ? nullptr : &distance),
+             fp.FPDoLinesCross(a[0], a[1], a[2], a[3]), fp.FPGetFaceClearance(a[0], a[1], a[2], a[3], 1),
+             fp.FPGetClearance(a[0], a[1], a[2], a[3], 0, 0)}),
+        k < 4    ? "0 0 0 0"
+        : k == 4 ? "0 1 1 1"
+                 : "1 1 1 1")
         << k;
   }
 }

@@ -62,11 +62,9 @@ TEST(FootPrintLines, LineEquationsHaveTheirThreeKinds) {
               {{2, 0, 1}, {2.0005f, 0, 9}, 1, 999, 2}, {{0, 0, 3}, {4, 0, 3.0005f}, 2, 0.001f, 3}};
   for (const auto& r : rows) {
     tagKLineEquation line;
-    ASSERT_EQ(fp.FPMakeLineEquation(&line, &r.a, &r.b), 1);
-    EXPECT_EQ(line.kind, r.kind);
-    EXPECT_FLOAT_EQ(line.gradient, r.gradient);
-    EXPECT_FLOAT_EQ(r.kind == 2 ? line.constZ : line.xIntercept, r.constant);
-    EXPECT_EQ(str(line.start) + " " + str(line.end), str(r.a) + " " + str(r.b));
+    EXPECT_EQ(seq({fp.FPMakeLineEquation(&line, &r.a, &r.b), line.kind, line.gradient,
+                   r.kind == 2 ? line.constZ : line.xIntercept, line.start, line.end}),
+              seq({1, r.kind, r.gradient, r.constant, r.a, r.b}));
   }
 }
 
@@ -120,12 +118,11 @@ TEST(FootPrintPlane, KindsSolutionsAndConstantHeightVector) {
       {&o, &o, &x, &y, 1, 0},          {&o, &z, &z, &steep, 1, 1},
       {&z, &slope, &slope, &x, 1, 3},  {&o, &o, &x, &x, 0, 3}};
   ASSERT_EQ(fp.FPInitPlaneEquation(&plane), 1);
-  for (const auto& p : planes) {
+  for (const auto& p : planes)
     EXPECT_EQ(seq({p.p4 ? fp.FPMakePlaneEquation(&plane, p.p1, p.p2, p.p3, p.p4)
                         : fp.FPMakePlaneEquation(&plane, p.p1, p.p2, p.p3),
                    plane.kind, plane.made}),
               seq({p.result, p.kind, 1}));
-  }
   // Through (0, 0, 1), (2, 1, 0), (1, 0, 0): -x + y - z = -1, that is y = x + z - 1.
   EXPECT_EQ(seq({plane.a, plane.b, plane.c, plane.d, fp.FPSolvePlaneEquation(&plane, &at, &solved), solved,
                  fp.FPSolvePlaneEquationBroadly(&plane, &x, &solved), solved}),
@@ -142,18 +139,16 @@ TEST(FootPrintPlane, KindsSolutionsAndConstantHeightVector) {
     float a, c;
     _D3DVECTOR reference;
     const char* out;
-  } levels[] = {{2, 3, {1, 0, 0}, "0.8321,0,-0.5547"},    // (1, 0, (a - d) / c)
-                {5, 3, {0, 0, -1}, "-0.1961,0,-0.9806"},  // ((d - c) / a, 0, 1)
-                {5, 0.005f, {-1, 0, 0.2f}, "-1,0,0"},
-                {0.005f, 2, {-1, 0, 0.2f}, "0,0,1"}};
+  } levels[] = {{2, 3, {1, 0, 0}, "1 0.8321,0,-0.5547"},    // from (1, 0, (a - d) / c)
+                {5, 3, {0, 0, -1}, "1 -0.1961,0,-0.9806"},  // from ((d - c) / a, 0, 1)
+                {5, 0.005f, {-1, 0, 0.2f}, "1 -1,0,0"},
+                {0.005f, 2, {-1, 0, 0.2f}, "1 0,0,1"}};
   for (const auto& l : levels) {
     plane = {4.0f, l.a, 1.0f, l.c, 3, 1};
-    _D3DVECTOR out;
-    ASSERT_EQ(fp.FPGetConstYVector(&plane, &l.reference, &out), 1);
-    EXPECT_EQ(str(out), l.out);
+    EXPECT_EQ(seq({fp.FPGetConstYVector(&plane, &l.reference, &solved), solved}), l.out);
   }
   plane.kind = 2;
-  EXPECT_EQ(seq({fp.FPGetConstYVector(&plane, &x, &solved), solved}), "0 1,0,0");
+  EXPECT_EQ(seq({fp.FPGetConstYVector(&plane, &x, &solved), solved}), "0 0,0,1");
 }
 
 TEST(FootPrintCopy, CopiesEverythingButItemAccessAndMovesEveryVertex) {
