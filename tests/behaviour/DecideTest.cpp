@@ -21,7 +21,11 @@ std::string names(CKDecide& table) {
   return out;
 }
 
-CKActionRow* selected(CKDecide& table) { return TableInternals::selectedRow(table); }
+// The selected row's name, or "null".
+std::string selected(CKDecide& table) {
+  CKActionRow* row = TableInternals::selectedRow(table);
+  return row ? RowInternals::grouping(*row) : "null";
+}
 
 TEST(CKDecideTable, EditingFollowsTheCursorAndRefusesForeignRows) {
   CKDecide table;
@@ -29,45 +33,33 @@ TEST(CKDecideTable, EditingFollowsTheCursorAndRefusesForeignRows) {
   EXPECT_EQ(table.DESelectFirstActionRow(&row) + table.DEGetSelectedActionRow(&row), 0);
   for (const char* n : {"a", "b", "c"}) EXPECT_EQ(table.DEAddActionRow(namedRow(n)), 1);
   CKActionRow loose, other;  // refused rows are neither linked nor destroyed by the table
-  EXPECT_EQ(selected(table), nullptr) << "adding does not select";
-  EXPECT_EQ(table.DEInsertActionRow(&loose) + table.DEAppendActionRow(&loose), 0) << "nothing selected";
-  EXPECT_EQ(table.DEDeleteSelectedActionRow() + table.DESelectNextActionRow(&row), 0);
-  EXPECT_EQ(table.DESetSelectedActionRow(&loose), 1);
-  EXPECT_EQ(table.DEInsertActionRow(&other) + table.DEDeleteSelectedActionRow(), 0) << "selection outside";
-  EXPECT_EQ(selected(table), nullptr);
-  EXPECT_EQ(table.DEAddActionRow(rowAt(table, 0)), 0) << "linking a row twice would make a cycle";
-
-  ASSERT_EQ(table.DESelectFirstActionRow(&row), 1);
-  EXPECT_EQ(row, rowAt(table, 0));
+  // Adding does not select; nothing selected, then a selection outside the table: all refused.
+  // Linking a row twice would make a cycle.
+  EXPECT_EQ(seq({selected(table), table.DEInsertActionRow(&loose), table.DEAppendActionRow(&loose),
+                 table.DEDeleteSelectedActionRow(), table.DESelectNextActionRow(&row),
+                 table.DESetSelectedActionRow(&loose), table.DEInsertActionRow(&other),
+                 table.DEDeleteSelectedActionRow(), selected(table), table.DEAddActionRow(rowAt(table, 0))}),
+            "null 0 0 0 0 1 0 0 null 0");
   CKActionRow* first = namedRow("0");
-  EXPECT_EQ(table.DEInsertActionRow(first), 1);
-  EXPECT_EQ(table.DEGetSelectedActionRow(&row), 1);
-  EXPECT_EQ(row, first);
+  EXPECT_EQ(seq({table.DESelectFirstActionRow(&row), RowInternals::grouping(*row),
+                 table.DEInsertActionRow(first), table.DEGetSelectedActionRow(&row), row == first}),
+            "1 a 1 1 1");
   table.DESetSelectedActionRow(rowAt(table, 3));
-  EXPECT_EQ(table.DEAppendActionRow(namedRow("z")), 1);
-  EXPECT_EQ(selected(table), rowAt(table, 4));
-  EXPECT_EQ(table.DEAppendActionRow(rowAt(table, 0)), 0);
-  table.DESetSelectedActionRow(rowAt(table, 3));
-  EXPECT_EQ(table.DEInsertActionRow(namedRow("m")), 1);
-  EXPECT_EQ(names(table), "0abmcz");
+  EXPECT_EQ(seq({table.DEAppendActionRow(namedRow("z")), selected(table),
+                 table.DEAppendActionRow(rowAt(table, 0)), table.DESetSelectedActionRow(rowAt(table, 3)),
+                 table.DEInsertActionRow(namedRow("m")), names(table)}),
+            "1 z 0 1 1 0abmcz");
 
   // Next stops on the last row and keeps it selected.
   int steps = 0;
   while (table.DESelectNextActionRow(&row) == 1) ++steps;
-  EXPECT_EQ(steps, 2);
-  EXPECT_EQ(row, rowAt(table, 5));
-  EXPECT_EQ(selected(table), row);
+  EXPECT_EQ(seq({steps, RowInternals::grouping(*row), selected(table)}), "2 z z");
   table.DESetSelectedActionRow(rowAt(table, 2));
-  EXPECT_EQ(table.DEDeleteSelectedActionRow(), 1);
-  EXPECT_EQ(selected(table), nullptr);
-  table.DESelectFirstActionRow(&row);
-  EXPECT_EQ(table.DEDeleteSelectedActionRow(), 1);
-  table.DESetSelectedActionRow(rowAt(table, 3));
-  EXPECT_EQ(table.DEDeleteSelectedActionRow(), 1);
-  EXPECT_EQ(names(table), "amc");
-  EXPECT_EQ(table.DEDeleteAllActionRows(), 1);
-  EXPECT_EQ(table.DESelectFirstActionRow(&row), 0);
-  EXPECT_EQ(selected(table), nullptr);
+  EXPECT_EQ(seq({table.DEDeleteSelectedActionRow(), selected(table), table.DESelectFirstActionRow(&row),
+                 table.DEDeleteSelectedActionRow(), table.DESetSelectedActionRow(rowAt(table, 3)),
+                 table.DEDeleteSelectedActionRow(), names(table), table.DEDeleteAllActionRows(),
+                 table.DESelectFirstActionRow(&row), selected(table)}),
+            "1 null 1 1 1 1 amc 1 0 null");
 }
 
 TEST(CKDecideTable, CopyTakesRowsAndScaleOnly) {
@@ -85,17 +77,15 @@ TEST(CKDecideTable, CopyTakesRowsAndScaleOnly) {
   ASSERT_EQ(copy.DECopyFrom(&source), 1);
   EXPECT_EQ(describe(*rowAt(copy, 0)) + " " + describe(*rowAt(copy, 1)) + " " + names(copy),
             "-1/0/-1/0/-1/0/0/idle/a// -1/0/-1/0/4/0/0/idle/b// abc");
-  EXPECT_EQ(TableInternals::itemScaleFactor(copy), 2.5f);
-  EXPECT_EQ(TableInternals::inputFIFO(copy), TableInternals::outputFIFO(copy));
-  EXPECT_EQ(TableInternals::inputFIFO(copy), nullptr);
-  EXPECT_STREQ(TableInternals::endTag(copy), "]AVR[");
-  EXPECT_EQ(selected(source), rowAt(source, 2)) << "the copy walks the source's cursor to its end";
-
+  // The copy walks the source's cursor to its end.
+  EXPECT_EQ(
+      seq({TableInternals::itemScaleFactor(copy), TableInternals::inputFIFO(copy) == nullptr,
+           TableInternals::outputFIFO(copy) == nullptr, TableInternals::endTag(copy), selected(source)}),
+      "2.5 1 1 ]AVR[ c");
   empty.DESetItemScaleFactor(9.0f);
-  EXPECT_EQ(copy.DECopyFrom(&empty), 0);
-  EXPECT_EQ(rowAt(copy, 0), nullptr);
-  EXPECT_EQ(TableInternals::itemScaleFactor(copy), 2.5f);
-  EXPECT_EQ(copy.DECopyFrom(&copy) + copy.DECopyFrom(nullptr), 0);
+  EXPECT_EQ(seq({copy.DECopyFrom(&empty), rowCount(copy), TableInternals::itemScaleFactor(copy),
+                 copy.DECopyFrom(&copy), copy.DECopyFrom(nullptr)}),
+            "0 0 2.5 0 0");
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 // Helpers shared by the behaviour table, file and clock tests.
 #pragma once
 #include <cstdio>
+#include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ActionRowInternals.h"
@@ -68,6 +70,27 @@ inline std::string states(CKDecide& table) {
     if (stack == "empty") out += "-";
     if (stack.rfind("call.", 0) == 0) out += "(" + stack.substr(5) + ")";
   }
+  return out;
+}
+
+/// One value of a seq(): a number or a text.
+struct Shown {
+  std::string text;
+  Shown(int v) : text(std::to_string(v)) {}  // NOLINT: implicit on purpose
+  Shown(double v) {                          // NOLINT
+    char t[32];
+    std::snprintf(t, sizeof t, "%g", v);
+    text = t;
+  }
+  Shown(const char* t) : text(t ? t : "null") {}  // NOLINT
+  Shown(std::string t) : text(std::move(t)) {}    // NOLINT
+};
+
+/// The values blank-separated. A braced list is evaluated left to right, so calls and the outputs
+/// they write can be listed in the order they happen.
+inline std::string seq(std::initializer_list<Shown> values) {
+  std::string out;
+  for (const Shown& v : values) out += (out.empty() ? "" : " ") + v.text;
   return out;
 }
 
