@@ -7,6 +7,7 @@
 #include "DecideTestSupport.h"
 
 using kutil::test::drain;
+using kutil::test::seq;
 
 namespace {
 
@@ -29,47 +30,39 @@ TEST(CKFIFO, RingCarriesEveryFieldAndKeepsItsEmptyAndFullRules) {
   EXPECT_EQ(std::to_string(code + flags + magnitude + out.x + out.y + out.z) + text, "42.0000007");
 
   // Every push form, then every peek and pop form: peeking twice gives the same, popping moves on.
-  ASSERT_EQ(fifo.FIPushFIFOCommand(24, 1.5f, &v, "door.kvc", 9), 1);
-  ASSERT_EQ(fifo.FIPushFIFOCommand(2, 0.25f, "b", 3), 1);
-  ASSERT_EQ(fifo.FIPushFIFOCommand(5, 0.5f), 1);
-  for (int i = 0; i < 2; ++i) {
-    ASSERT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude, &out, text, &flags), 1);
-    EXPECT_EQ(
-        std::to_string(code) + "/" + std::to_string(flags) + text + std::to_string(magnitude + out.x + out.z),
-        "24/9door.kvc5.500000");
-  }
+  ASSERT_EQ(seq({fifo.FIPushFIFOCommand(24, 1.5f, &v, "door.kvc", 9),
+                 fifo.FIPushFIFOCommand(2, 0.25f, "b", 3), fifo.FIPushFIFOCommand(5, 0.5f)}),
+            "1 1 1");
+  for (int i = 0; i < 2; ++i)
+    EXPECT_EQ(seq({fifo.FIPeekFIFOCommand(&code, &magnitude, &out, text, &flags), code, flags, text,
+                   magnitude, out.x, out.y, out.z}),
+              "1 24 9 door.kvc 1.5 1 2 3");
   // Missing outputs fail and leave the queue alone.
   EXPECT_EQ(fifo.FIPeekFIFOCommand(nullptr, &magnitude, &out, text, &flags) +
                 fifo.FIPopFIFOCommand(nullptr, &magnitude, &out, text, &flags) +
                 fifo.FIPopFIFOCommand(&code, &magnitude, nullptr, text, &flags) +
                 fifo.FIPopFIFOCommand(&code, nullptr),
             0);
-  ASSERT_EQ(fifo.FIPopFIFOCommand(), 1);
-  ASSERT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude, text, &flags), 1);
-  ASSERT_EQ(fifo.FIPopFIFOCommand(&code, &magnitude, text, &flags), 1);
-  EXPECT_EQ(std::to_string(code) + "/" + std::to_string(flags) + text, "2/3b");
-  ASSERT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude), 1);
-  ASSERT_EQ(fifo.FIPopFIFOCommand(&code, &magnitude), 1);
-  EXPECT_EQ(code * magnitude, 2.5f);
-  EXPECT_EQ(fifo.FIPopFIFOCommand() + fifo.FITestFIFOCommandPipe(), 0);
+  EXPECT_EQ(seq({fifo.FIPopFIFOCommand(), fifo.FIPeekFIFOCommand(&code, &magnitude, text, &flags),
+                 fifo.FIPopFIFOCommand(&code, &magnitude, text, &flags), code, flags, text,
+                 fifo.FIPeekFIFOCommand(&code, &magnitude), fifo.FIPopFIFOCommand(&code, &magnitude), code,
+                 magnitude, fifo.FIPopFIFOCommand(), fifo.FITestFIFOCommandPipe()}),
+            "1 1 1 2 3 b 1 1 5 0.5 0 0");
   // The emptied ring goes on where it stopped; code -1 is stored but leaves its slot empty.
-  EXPECT_EQ(fifo.FIPushFIFOCommand(6, 1.0f), 1);
-  EXPECT_EQ(drain(fifo), "6:1/0");
-  EXPECT_EQ(fifo.FIPushFIFOCommand(KFI_EMPTY_CODE, 2.0f), 1);
-  EXPECT_EQ(fifo.FITestFIFOCommandPipe(), 0);
-  EXPECT_EQ(fifo.FIPushFIFOCommand(7, 3.0f), 1);
-  EXPECT_EQ(drain(fifo), "7:3/0");
+  EXPECT_EQ(seq({fifo.FIPushFIFOCommand(6, 1.0f), drain(fifo), fifo.FIPushFIFOCommand(KFI_EMPTY_CODE, 2.0f),
+                 fifo.FITestFIFOCommandPipe(), fifo.FIPushFIFOCommand(7, 3.0f), drain(fifo)}),
+            "1 6:1/0 1 0 1 7:3/0");
 
   // Eight fit, a ninth is refused; texts are cut to 260 characters.
   const std::string x300(300, 'x'), x260 = ":1:" + x300.substr(0, KFI_TEXT_LEN);
   for (int i = 1; i <= KFI_SLOT_COUNT; ++i) ASSERT_EQ(fifo.FIPushFIFOCommand(i, 1.0f, x300.c_str(), 1), 1);
-  EXPECT_EQ(fifo.FIPushFIFOCommand(99, 1.0f), 0);
-  EXPECT_EQ(fifo.FIGetLastResult(), 0);
+  EXPECT_EQ(seq({fifo.FIPushFIFOCommand(99, 1.0f), fifo.FIGetLastResult()}), "0 0");
   EXPECT_EQ(drain(fifo), "1" + x260 + " 2" + x260 + " 3" + x260 + " 4" + x260 + " 5" + x260 + " 6" + x260 +
                              " 7" + x260 + " 8" + x260);
-  fifo.FIPushFIFOCommand(1, 1.0f);
-  EXPECT_EQ(fifo.FIClearFIFOCommandPipe(), 0) << "a kept quirk";
-  EXPECT_EQ(fifo.FITestFIFOCommandPipe(), 0);
+  EXPECT_EQ(
+      seq({fifo.FIPushFIFOCommand(1, 1.0f), fifo.FIClearFIFOCommandPipe(), fifo.FITestFIFOCommandPipe()}),
+      "1 0 0")
+      << "clearing answers 0, a kept quirk";
 }
 
 TEST(CKFIFO, CopiesSelectByMaskRewriteFlagsAndDropWhatDoesNotFit) {
@@ -81,36 +74,31 @@ TEST(CKFIFO, CopiesSelectByMaskRewriteFlagsAndDropWhatDoesNotFit) {
   fifo.FIPushFIFOCommand(2, 1.0f, "b", 2);
   fifo.FIPushFIFOCommand(3, 1.0f, "c", 17);
   const struct {
-    int mask, mode, result;
-    const char* copied;
-  } cases[] = {
-      {KFI_SELECT_ALL, 3, 1, "1:1:a/3 2:1:b/3 3:1:c/3"},
-      {KFI_SELECT_ALL, KFI_MODE_KEEP, 1, "1:1:a 2:1:b/2 3:1:c/17"},
-      {KFI_SELECT_ALL, KFI_MODE_OR + 4, 1, "1:1:a/5 2:1:b/6 3:1:c/21"},
-      {KFI_SELECT_ALL, KFI_MODE_OR + KFI_MODE_KEEP + 16 + 8, 1, "1:1:a/9 2:1:b/10 3:1:c/25"},
-      {16, KFI_MODE_KEEP + 16 + 2, 1, "3:1:c/17"},
-      {16 + 1, 16 + 2, 1, "1:1:a/2 3:1:c/2"},
-      {8, KFI_MODE_KEEP, 0, ""},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.copied);
-    EXPECT_EQ(fifo.FIPeekFIFOTo(&destination, c.mask, c.mode), c.result);
-    EXPECT_EQ(drain(destination), c.copied);
-  }
+    int mask, mode;
+    const char* copied;  // the result, then what arrived
+  } cases[] = {{KFI_SELECT_ALL, 3, "1 1:1:a/3 2:1:b/3 3:1:c/3"},
+               {KFI_SELECT_ALL, KFI_MODE_KEEP, "1 1:1:a 2:1:b/2 3:1:c/17"},
+               {KFI_SELECT_ALL, KFI_MODE_OR + 4, "1 1:1:a/5 2:1:b/6 3:1:c/21"},
+               {KFI_SELECT_ALL, KFI_MODE_OR + KFI_MODE_KEEP + 16 + 8, "1 1:1:a/9 2:1:b/10 3:1:c/25"},
+               {16, KFI_MODE_KEEP + 16 + 2, "1 3:1:c/17"},
+               {16 + 1, 16 + 2, "1 1:1:a/2 3:1:c/2"},
+               {8, KFI_MODE_KEEP, "0 "}};
+  for (const auto& c : cases)
+    EXPECT_EQ(seq({fifo.FIPeekFIFOTo(&destination, c.mask, c.mode), drain(destination)}), c.copied);
   // Overflow is dropped; peeking leaves the source untouched, updating empties it.
   for (int i = 0; i < 6; ++i) destination.FIPushFIFOCommand(9, 1.0f);
-  EXPECT_EQ(fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, KFI_MODE_KEEP), 1);
-  EXPECT_EQ(drain(destination), "9:1/0 9:1/0 9:1/0 9:1/0 9:1/0 9:1/0 1:1:a 2:1:b/2");
+  EXPECT_EQ(seq({fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, KFI_MODE_KEEP), drain(destination)}),
+            "1 9:1/0 9:1/0 9:1/0 9:1/0 9:1/0 9:1/0 1:1:a 2:1:b/2");
   for (int i = 0; i < 6; ++i) destination.FIPushFIFOCommand(9, 1.0f, "", 1);
-  EXPECT_EQ(destination.FIUpdateFIFOFrom(&fifo, 16), 1);
-  EXPECT_EQ(drain(destination) + drain(fifo), "9:1 9:1 9:1 9:1 9:1 9:1 1:1:a/17 2:1:b/18");
-  EXPECT_EQ(fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, 0) + destination.FIUpdateFIFOFrom(&fifo), 0);
-  EXPECT_EQ(fifo.FIUpdateFIFOFrom(nullptr) + fifo.FIUpdateFIFOFrom(&fifo), 0);
+  EXPECT_EQ(seq({destination.FIUpdateFIFOFrom(&fifo, 16), drain(destination), drain(fifo),
+                 fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, 0), destination.FIUpdateFIFOFrom(&fifo),
+                 fifo.FIUpdateFIFOFrom(nullptr), fifo.FIUpdateFIFOFrom(&fifo)}),
+            "1 9:1 9:1 9:1 9:1 9:1 9:1 1:1:a/17 2:1:b/18  0 0 0 0");
   // Eight into a queue holding five: three arrive, five are lost, the source ends empty.
   for (int i = 1; i <= KFI_SLOT_COUNT; ++i) fifo.FIPushFIFOCommand(i, 1.0f, "", 1);
   for (int i = 0; i < 5; ++i) destination.FIPushFIFOCommand(9, 1.0f, "", 1);
-  EXPECT_EQ(destination.FIUpdateFIFOFrom(&fifo), 1);
-  EXPECT_EQ(drain(destination) + drain(fifo), "9:1 9:1 9:1 9:1 9:1 1:1 2:1 3:1");
+  EXPECT_EQ(seq({destination.FIUpdateFIFOFrom(&fifo), drain(destination), drain(fifo)}),
+            "1 9:1 9:1 9:1 9:1 9:1 1:1 2:1 3:1 ");
 }
 
 TEST(KUGetMagnitudeForFIFOInput, StandardStepsByMotionKind) {
@@ -121,17 +109,13 @@ TEST(KUGetMagnitudeForFIFOInput, StandardStepsByMotionKind) {
     float speed;
     int code;
     float expected;
-  } cases[] = {{0, 1.5f, 1, 0.2f},   {KFI_FLAG_FINE, 1.5f, 13, 0.2f / 10},
-               {1, 2.0f, 6, 0.15f},  {3, 1.5f, 2, 0.2f / 10},
-               {0, 0.5f, 5, 0.6f},   {0, 1.0f, 12, 0.3f},
-               {0, 7.0f, 3, 0.02f},  {2, 7.0f, 44, float(0.002)},
-               {4, 1.0f, 4, 0.02f},  {0, 1.0f, 7, 0.02f},
-               {0, 1.0f, 8, 0.02f},  {0, 1.0f, 41, 0.02f},
-               {0, 1.0f, 42, 0.02f}, {0, 1.0f, 43, 0.02f},
-               {0, 3.0f, 40, 1.0f},  {2, 3.0f, 58, 0.1f},
-               {0, 1.0f, 9, -1.0f},  {0, 1.0f, 11, -1.0f},
-               {0, 1.0f, 80, -1.0f}, {0, 1.0f, 0, -1.0f},
-               {0, 1.0f, 59, -1.0f}};
+  } cases[] = {{0, 1.5f, 1, 0.2f},      {2, 1.5f, 13, 0.2f / 10},    {1, 2.0f, 6, 0.15f},
+               {3, 1.5f, 2, 0.2f / 10}, {0, 0.5f, 5, 0.6f},          {0, 1.0f, 12, 0.3f},
+               {0, 7.0f, 3, 0.02f},     {2, 7.0f, 44, float(0.002)}, {4, 1.0f, 4, 0.02f},
+               {0, 1.0f, 7, 0.02f},     {0, 1.0f, 8, 0.02f},         {0, 1.0f, 41, 0.02f},
+               {0, 1.0f, 42, 0.02f},    {0, 1.0f, 43, 0.02f},        {0, 3.0f, 40, 1.0f},
+               {2, 3.0f, 58, 0.1f},     {0, 1.0f, 9, -1.0f},         {0, 1.0f, 11, -1.0f},
+               {0, 1.0f, 80, -1.0f},    {0, 1.0f, 0, -1.0f},         {0, 1.0f, 59, -1.0f}};
   for (const auto& c : cases) {
     float m = 5.0f;
     EXPECT_EQ(KUGetMagnitudeForFIFOInput(&m, c.flags, c.speed, c.code), 1);
