@@ -49,15 +49,13 @@ TEST(Boundary, NormalisersFailWholeWithoutMemory) {
     results[3] = KUConvertKSFToRelative(f.shape.c_str());
     results[4] = KUDeRelativiseKSF(f.dir.path().c_str(), f.shape.c_str());
   }
-  for (int r : results) EXPECT_EQ(r, 0);
-  EXPECT_EQ(readFile(f.behaviour), kvc);
-  EXPECT_EQ(readFile(f.shape), ksf);
-
-  EXPECT_EQ(KUConvertKCVToRelative(f.behaviour.c_str()), 1);
-  EXPECT_EQ(KUConvertKSFToRelative(f.shape.c_str()), 1);
   CKDecide table;
   table.DEInitialise();
-  EXPECT_EQ(table.DELoadFromFile(f.behaviour.c_str()), 1);
+  EXPECT_EQ(kutil::test::seq(
+                {results[0], results[1], results[2], results[3], results[4], readFile(f.behaviour) == kvc,
+                 readFile(f.shape) == ksf, KUConvertKCVToRelative(f.behaviour.c_str()),
+                 KUConvertKSFToRelative(f.shape.c_str()), table.DELoadFromFile(f.behaviour.c_str())}),
+            "0 0 0 0 0 1 1 1 1 1");
 }
 
 TEST(Boundary, ShapeCallsFailOrNeedNoMemory) {
@@ -72,16 +70,11 @@ TEST(Boundary, ShapeCallsFailOrNeedNoMemory) {
     tessellated = f.square.KVTesselateSeedPlane();
     saved = f.square.KVSave(copy.c_str());  // the tagged lines are written without allocating
   }
-  EXPECT_EQ(restored, 0);
-  EXPECT_EQ(tessellated, 0);
   int a = 0, b = 0, c = 0;
-  EXPECT_EQ(f.square.KVGetFirstTesselatedTriangle(&a, &b, &c), 0);
-  EXPECT_EQ(saved, 1);
-  EXPECT_EQ(readFile(copy), readFile(f.shape));
-
-  EXPECT_EQ(gen.KVRestore(f.shape.c_str()), 1);
-  EXPECT_EQ(gen.KVTesselateSeedPlane(), 1);
-  EXPECT_EQ(f.square.KVTesselateSeedPlane(), 1);
+  EXPECT_EQ(kutil::test::seq({restored, tessellated, f.square.KVGetFirstTesselatedTriangle(&a, &b, &c), saved,
+                              readFile(copy) == readFile(f.shape), gen.KVRestore(f.shape.c_str()),
+                              gen.KVTesselateSeedPlane(), f.square.KVTesselateSeedPlane()}),
+            "0 0 0 1 1 1 1 1");
 }
 
 TEST(Boundary, BehaviourCallsFailWithoutMemoryAndWorkAfterwards) {
@@ -100,11 +93,9 @@ TEST(Boundary, BehaviourCallsFailWithoutMemoryAndWorkAfterwards) {
     b.in.FIPushFIFOCommand(KAR_EVENT_SELECT, 1.0f);
     ticked = b.table.DEClock();  // no recorder can be made: nothing is played
   }
-  EXPECT_EQ(loaded * 10 + ticked, 1);
-  EXPECT_EQ(kutil::test::rowCount(other), 0);
-  EXPECT_EQ(kutil::test::drain(b.out), "");
-  EXPECT_EQ(b.run(KAR_EVENT_SELECT), "1:0.2");
-  EXPECT_EQ(other.DELoadFromFile(kvc.c_str()), 1);
+  EXPECT_EQ(kutil::test::seq({loaded, ticked, kutil::test::rowCount(other), kutil::test::drain(b.out),
+                              b.run(KAR_EVENT_SELECT), other.DELoadFromFile(kvc.c_str())}),
+            "0 1 0  1:0.2 1");
 }
 
 }  // namespace

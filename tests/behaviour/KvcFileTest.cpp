@@ -64,13 +64,11 @@ TEST(CKDecideFile, ReaderTable) {
   };
   TempDir dir;
   for (const auto& c : cases) {
-    SCOPED_TRACE(c.text);
     CKDecide table;
-    EXPECT_EQ(loadText(table, dir, c.text), c.result);
-    EXPECT_EQ(errorID(table), c.error);
-    char comment[KDE_COMMENT_LEN + 1];
-    EXPECT_EQ(table.DEGetComment(comment), 1);
-    EXPECT_STREQ(comment, c.comment);
+    char comment[KDE_COMMENT_LEN + 1] = "?";
+    EXPECT_EQ(seq({loadText(table, dir, c.text), int(errorID(table)), table.DEGetComment(comment), comment}),
+              seq({c.result, int(c.error), 1, c.comment}))
+        << c.text;
     const std::string rows = c.rows, got = rowTexts(table);
     // "..." ends a prefix: the failing row's content is open.
     const bool prefix = rows.size() > 3 && rows.substr(rows.size() - 3) == "...";
@@ -81,40 +79,36 @@ TEST(CKDecideFile, ReaderTable) {
 TEST(CKDecideFile, EndTagIsTheWholeTagReversedAndSectionsLoadInTurn) {
   TempDir dir;
   CKDecide door;
-  EXPECT_EQ(door.DESetDelimitingFileTag("[DOOR]"), 1);
-  EXPECT_STREQ(TableInternals::endTag(door), "]ROOD[");
-  EXPECT_EQ(loadText(door, dir, "ON select NULL ]ROOD[ ON open NULL\n"), 1);
-  EXPECT_EQ(rowCount(door), 1);
-  EXPECT_EQ(loadText(door, dir, "]AVR[\n"), 0) << "another table's end tag is an unknown word";
+  // Another table's end tag is an unknown word.
+  EXPECT_EQ(seq({door.DESetDelimitingFileTag("[DOOR]"), TableInternals::endTag(door),
+                 loadText(door, dir, "ON select NULL ]ROOD[ ON open NULL\n"), rowCount(door),
+                 loadText(door, dir, "]AVR[\n")}),
+            "1 ]ROOD[ 1 1 0");
 
   const std::string path = dir.file("scene.kvc");
   writeFile(path, "ON select NULL\n]AVR[\nON open NULL\nON cut NULL\n]AVR[\n");
   std::FILE* stream = std::fopen(path.c_str(), "r");
   ASSERT_NE(stream, nullptr);
   CKDecide first, second;
-  EXPECT_EQ(first.DELoadFromFile(stream), 1);
-  EXPECT_EQ(second.DELoadFromFile(stream), 1);
+  EXPECT_EQ(
+      seq({first.DELoadFromFile(stream), second.DELoadFromFile(stream), rowCount(first), rowCount(second)}),
+      "1 1 1 2");
   std::fclose(stream);
-  EXPECT_EQ(rowCount(first) * 10 + rowCount(second), 12);
   // Error ids are kept through later successful loads.
-  EXPECT_EQ(loadText(first, dir, "ON\n"), 1);
-  EXPECT_EQ(loadText(first, dir, "ON cut NULL\n"), 1);
-  EXPECT_EQ(errorID(first), 6002u);
-  EXPECT_EQ(first.DELoadFromFile(dir.file("none.kvc").c_str()) + first.DELoadFromFile(""), 0);
+  EXPECT_EQ(seq({loadText(first, dir, "ON\n"), loadText(first, dir, "ON cut NULL\n"), int(errorID(first)),
+                 first.DELoadFromFile(dir.file("none.kvc").c_str()), first.DELoadFromFile("")}),
+            "1 1 6002 0 0");
 }
 
 TEST(CKDecideFile, WriterTextAndRoundTrip) {
   TempDir dir;
   CKDecide table;
   const std::string path = dir.file("out.kvc");
-  EXPECT_EQ(table.DEStoreToFile(path.c_str()), 0) << "empty table";
-  EXPECT_TRUE(fileExists(path));
-  EXPECT_EQ(readText(path), "");
-  EXPECT_EQ(table.DEStoreToFile(""), 0);
-
-  ASSERT_EQ(loadText(table, dir, "ON select CALL spin\nIN spin MOVE TURNLEFT BY 0.5 FOR 4\n"), 1);
-  ASSERT_EQ(table.DEStoreToFile(path.c_str()), 1);
-  EXPECT_EQ(readText(path), "\nON select CALL \"spin\" \nIN spin MOVE TURNLEFT BY 0.500000 FOR 4 ");
+  // An empty table writes an empty file and answers 0.
+  EXPECT_EQ(seq({table.DEStoreToFile(path.c_str()), fileExists(path), readText(path), table.DEStoreToFile(""),
+                 loadText(table, dir, "ON select CALL spin\nIN spin MOVE TURNLEFT BY 0.5 FOR 4\n"),
+                 table.DEStoreToFile(path.c_str()), readText(path)}),
+            "0 1  0 1 1 \nON select CALL \"spin\" \nIN spin MOVE TURNLEFT BY 0.500000 FOR 4 ");
 
   // Store, load and store again gives the same bytes, for every action and field kind.
   ASSERT_EQ(
@@ -130,11 +124,10 @@ TEST(CKDecideFile, WriterTextAndRoundTrip) {
   ASSERT_EQ(table.DEStoreToFile(first.c_str()), 1);
   EXPECT_EQ(TableInternals::selectedRow(table), rowAt(table, rowCount(table) - 1));
   CKDecide again;
-  ASSERT_EQ(again.DELoadFromFile(first.c_str()), 1);
-  ASSERT_EQ(again.DEStoreToFile(second.c_str()), 1);
+  EXPECT_EQ(seq({again.DELoadFromFile(first.c_str()), again.DEStoreToFile(second.c_str()), rowCount(again)}),
+            "1 1 22");
   EXPECT_EQ(readText(second), readText(first));
   EXPECT_EQ(rowTexts(again), rowTexts(table));
-  EXPECT_EQ(rowCount(again), 22);
 
   // A row with neither event nor grouping stops the store after its row-type keyword.
   ASSERT_EQ(loadText(table, dir, "ON bump NULL\nON cut NULL\n"), 1);
@@ -147,19 +140,13 @@ TEST(CKDecideFile, RowTextForDisplay) {
   CKDecide table;
   CKActionRow row;
   char out[KDE_ROW_TEXT_SIZE] = "";
-  row.ARSetRowType(KAR_ROW_ON);
-  EXPECT_EQ(table.DEWriteRow(out, &row, 3), 0) << "neither event nor grouping";
-  EXPECT_STREQ(out, "ON ");
-  row.ARSetEvent(KAR_EVENT_SELECT);
-  row.ARSetAction(KAR_ACTION_PLAY);
-  row.ARSetTextData("a.wav");
-  EXPECT_EQ(table.DEEnableRowNumbering(), 1);
-  EXPECT_EQ(table.DEWriteRow(out, &row, 12), 1);
-  EXPECT_STREQ(out, "012: ON select PLAY \"a.wav\" ");
-  row.ARSetRowType(-1);  // no keyword
-  EXPECT_EQ(table.DEDisableRowNumbering(), 1);
-  EXPECT_EQ(table.DEWriteRow(out, &row, 7), 1);
-  EXPECT_STREQ(out, "select PLAY \"a.wav\" ");
+  // Neither event nor grouping: 0 after the keyword; then numbered; then a row type without keyword.
+  EXPECT_EQ(
+      seq({row.ARSetRowType(KAR_ROW_ON), table.DEWriteRow(out, &row, 3), out,
+           row.ARSetEvent(KAR_EVENT_SELECT), row.ARSetAction(KAR_ACTION_PLAY), row.ARSetTextData("a.wav"),
+           table.DEEnableRowNumbering(), table.DEWriteRow(out, &row, 12), out, row.ARSetRowType(-1),
+           table.DEDisableRowNumbering(), table.DEWriteRow(out, &row, 7), out}),
+      "1 0 ON  1 1 1 1 1 012: ON select PLAY \"a.wav\"  1 1 1 select PLAY \"a.wav\" ");
 }
 
 }  // namespace
