@@ -8,6 +8,7 @@
 #include "DecideTestSupport.h"
 
 using kutil::test::RowInternals;
+using kutil::test::seq;
 
 namespace {
 
@@ -16,19 +17,35 @@ TEST(CKActionRow, NewRowReportsNothingSetAndGettersAnswerExactly) {
   EXPECT_EQ(kutil::test::describe(row), "-1/0/-1/0/-1/0/0/idle///");
   int value = 99;
   char text[KAR_TEXTDATA_LEN + 1] = "untouched";
-  EXPECT_EQ(row.ARGetEvent(&value) + row.ARGetRepeatClicks(&value) + row.ARGetGrouping(text) +
-                row.ARGetTextData(text),
-            0);
-  EXPECT_EQ(std::to_string(value) + text, "99untouched");
-  EXPECT_EQ(row.ARGetRowType(&value) + row.ARGetAction(&value) + row.ARGetRunState(text), 3);
-  EXPECT_EQ(std::to_string(value) + text, "-1idle");
-  EXPECT_EQ(row.ARSetRepeatClicks(0), 1);  // zero is a set count, only negatives are "none"
-  EXPECT_EQ(row.ARGetRepeatClicks(&value), 1);
-  EXPECT_EQ(row.ARSetEvent(46) + row.ARSetGrouping("g") + row.ARSetTextData("t") + row.ARSetMagnitude(2.5f),
-            4);
   float magnitude = 0;
-  EXPECT_EQ(row.ARGetEvent(&value) + row.ARGetGrouping(text) + row.ARGetMagnitude(&magnitude), 3);
-  EXPECT_EQ(std::to_string(value * magnitude) + text, "115.000000g");
+  // Unset fields answer 0 and leave the output alone; a repeat count of zero is set, only negatives
+  // are "none".
+  EXPECT_EQ(seq({row.ARGetEvent(&value),
+                 row.ARGetRepeatClicks(&value),
+                 row.ARGetGrouping(text),
+                 row.ARGetTextData(text),
+                 value,
+                 text,
+                 row.ARGetRowType(&value),
+                 value,
+                 row.ARGetAction(&value),
+                 row.ARGetRunState(text),
+                 value,
+                 text,
+                 row.ARSetRepeatClicks(0),
+                 row.ARGetRepeatClicks(&value),
+                 value,
+                 row.ARSetEvent(46),
+                 row.ARSetGrouping("g"),
+                 row.ARSetTextData("t"),
+                 row.ARSetMagnitude(2.5f),
+                 row.ARGetEvent(&value),
+                 row.ARGetGrouping(text),
+                 row.ARGetMagnitude(&magnitude),
+                 value,
+                 text,
+                 magnitude}),
+            "0 0 0 0 99 untouched 1 -1 1 1 -1 idle 1 1 0 1 1 1 1 1 1 1 46 g 2.5");
 }
 
 // Every code from -2 to 100 through a vocabulary call, as "code" + keyword for each that has one; a
@@ -64,10 +81,9 @@ TEST(CKActionRow, VocabularyKeywordsCodesAndActionRules) {
   EXPECT_EQ(rule(CKActionRow::ARAcceptsMagnitude), "2 17 18 ");
 
   int code = -7;
-  EXPECT_EQ(CKActionRow::ARGetEventTypeFromText(&code, "cut"), 1);
-  EXPECT_EQ(code, 46);
-  EXPECT_EQ(CKActionRow::ARGetEventTypeFromText(&code, "ping"), 1);
-  EXPECT_EQ(code, 80);
+  EXPECT_EQ(seq({CKActionRow::ARGetEventTypeFromText(&code, "cut"), code,
+                 CKActionRow::ARGetEventTypeFromText(&code, "ping"), code}),
+            "1 46 1 80");
   for (const char* t :
        {"Select", "selec", "selected", "", " cut", "ping ", static_cast<const char*>(nullptr)})
     EXPECT_EQ(CKActionRow::ARGetEventTypeFromText(&code, t), 0) << (t ? t : "null");
@@ -89,13 +105,11 @@ TEST(CKActionRow, PlaybackReadsTheNamedRecordingAndStartsOverOnRestartOrCopy) {
       got += std::to_string(code) + "/" + std::to_string(flags) + "/" + text + " ";
     return got;
   };
-  EXPECT_EQ(RowInternals::isPlayingBack(row), 0) << "no recorder yet";
-  EXPECT_EQ(playAll(row), "1/0/ 1/0/ 3/2/hi ");
-  ASSERT_NE(RowInternals::recorder(row), nullptr);
-  EXPECT_EQ(RowInternals::isPlayingBack(row), 0) << "exhausted and terminated";
-  EXPECT_EQ(RowInternals::restartPlayback(row), 0);
-  EXPECT_EQ(RowInternals::isPlayingBack(row), 1);
-  EXPECT_EQ(playAll(row), "1/0/ 1/0/ 3/2/hi ");
+  // No recorder yet; played, exhausted and terminated; restarted (answering 0) it plays again.
+  EXPECT_EQ(seq({RowInternals::isPlayingBack(row), playAll(row), RowInternals::recorder(row) != nullptr,
+                 RowInternals::isPlayingBack(row), RowInternals::restartPlayback(row),
+                 RowInternals::isPlayingBack(row), playAll(row)}),
+            "0 1/0/ 1/0/ 3/2/hi  1 0 0 1 1/0/ 1/0/ 3/2/hi ");
 
   // A copy takes the definition but neither the clock state nor the recorder, so it plays from the start.
   row.ARSetRowType(KAR_ROW_IN);
@@ -110,16 +124,11 @@ TEST(CKActionRow, PlaybackReadsTheNamedRecordingAndStartsOverOnRestartOrCopy) {
   copy.ARSetEvent(KAR_EVENT_SELECT);  // not set in the source: cleared by the copy
   ASSERT_EQ(copy.ARCopyFrom(&row), 1);
   EXPECT_EQ(kutil::test::describe(copy), "2/0/16/5/3/0/1.5/idle/g//" + path);
-  EXPECT_EQ(RowInternals::next(copy), nullptr);
-  EXPECT_EQ(RowInternals::recorder(copy), nullptr);
-  EXPECT_EQ(playAll(copy), "1/0/ 1/0/ 3/2/hi ");
-  EXPECT_EQ(copy.ARCopyFrom(nullptr), 0);
-
-  EXPECT_EQ(playAll(empty), "");
-  EXPECT_EQ(RowInternals::recorder(empty), nullptr);
-  EXPECT_EQ(RowInternals::restartPlayback(empty), 0);
-  empty.ARSetTextData(dir.file("absent.rec").c_str());
-  EXPECT_EQ(playAll(empty), "");
+  EXPECT_EQ(seq({RowInternals::next(copy) == nullptr, RowInternals::recorder(copy) == nullptr, playAll(copy),
+                 copy.ARCopyFrom(nullptr), playAll(empty), RowInternals::recorder(empty) == nullptr,
+                 RowInternals::restartPlayback(empty), empty.ARSetTextData(dir.file("absent.rec").c_str()),
+                 playAll(empty)}),
+            "1 1 1/0/ 1/0/ 3/2/hi  0  1 0 1 ");
 }
 
 }  // namespace

@@ -6,12 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "DecideTestSupport.h"
 #include "KInputRecord.h"
-#include "TestSupport.h"
 
 namespace {
 
 using Items = std::vector<std::string>;
+using kutil::test::seq;
 
 std::string item(int code, int flags, const char* text) {
   return std::to_string(code) + "/" + std::to_string(flags) + "/" + text;
@@ -33,15 +34,14 @@ TEST(CKInputRecord, StoresRunsAfterTheInitialEntryAndDropsOneNullAfterACancel) {
   kutil::test::TempDir dir;
   const std::string path = dir.file("input.rec");
   CKInputRecord recorder;
-  ASSERT_EQ(recorder.IRSetFileName(path.c_str(), KIR_MODE_STORE), 1);
-  EXPECT_EQ(recorder.IRIsStoring() * 10 + recorder.IRIsPlaying(), 10);
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(recorder.IRStoreCommand(1, 0, "a", 0), 1);
-  EXPECT_EQ(recorder.IRStoreCommand(5, KIR_FLAG_CANCEL, "", 0), 1);
-  EXPECT_EQ(recorder.IRStoreCommand(0, 0, "", 0), 0) << "dropped";
-  EXPECT_EQ(recorder.IRStoreCommand(0, 0, "", 0), 1);
-  EXPECT_EQ(recorder.IRStoreCommand(2, 1, nullptr, 0), 1) << "keeps the current text";
-  EXPECT_EQ(recorder.IRTerminate(), 1);
-  EXPECT_EQ(recorder.IRIsStoring(), 0);
+  // The null after a cancel is dropped (0); a missing text keeps the current one.
+  EXPECT_EQ(seq({recorder.IRSetFileName(path.c_str(), KIR_MODE_STORE), recorder.IRIsStoring(),
+                 recorder.IRIsPlaying(), recorder.IRStoreCommand(1, 0, "a", 0),
+                 recorder.IRStoreCommand(1, 0, "a", 0), recorder.IRStoreCommand(1, 0, "a", 0),
+                 recorder.IRStoreCommand(5, KIR_FLAG_CANCEL, "", 0), recorder.IRStoreCommand(0, 0, "", 0),
+                 recorder.IRStoreCommand(0, 0, "", 0), recorder.IRStoreCommand(2, 1, nullptr, 0),
+                 recorder.IRTerminate(), recorder.IRIsStoring()}),
+            "1 1 0 1 1 1 1 0 1 1 1 0");
   EXPECT_EQ(kutil::test::readLines(path),
             (Items{"[CM][1]0[MG][2]-1[TX][0][RP][1]0", "[CM][1]1[MG][1]0[TX][1]a[RP][1]2",
                    "[CM][1]5[MG][1]4[TX][0][RP][1]0", "[CM][1]0[MG][1]0[TX][0][RP][1]0",
@@ -103,20 +103,18 @@ TEST(CKInputRecord, WrongModeMissingNameAndMissingFileFail) {
   CKInputRecord recorder;
   int code = 0, flags = 0;
   char text[KIR_TEXT_LEN + 1];
-  EXPECT_EQ(recorder.IRStoreCommand(1, 0, "", 0) + recorder.IRGetFileName(text), 0) << "neither mode";
-  EXPECT_EQ(recorder.IRSetFileName(dir.file("absent.rec").c_str(), KIR_MODE_PLAY), 1);
-  EXPECT_EQ(recorder.IRGetFileName(text), 1);
-  EXPECT_EQ(text, dir.file("absent.rec"));
-  EXPECT_EQ(recorder.IRIsPlaying() * 10 + recorder.IRIsStoring(), 10);
-  EXPECT_EQ(recorder.IRGetCommand(&code, &flags, text), 0);
-  EXPECT_EQ(recorder.IRStoreCommand(1, 0, "", 0), 0) << "playing, not storing";
-  recorder.IRSetFileName(dir.file("no/such/dir/x.rec").c_str(), KIR_MODE_STORE);
-  EXPECT_EQ(recorder.IRStoreCommand(1, 0, "", 0) + recorder.IRGetCommand(&code, &flags, text), 0);
-  EXPECT_EQ(recorder.IRSetFileName("", KIR_MODE_STORE), 1);
-  EXPECT_EQ(recorder.IRStoreCommand(1, 0, "", 0), 0);
-  EXPECT_EQ(recorder.IRSetFileName(nullptr, KIR_MODE_STORE), 0);
-  EXPECT_EQ(recorder.IRGetCommand(nullptr, &flags, text), 0);
-  EXPECT_EQ(recorder.IRSetNULLCancelling(1), 1);
+  // In neither mode; playing a missing file; storing into a missing folder or under an empty name.
+  EXPECT_EQ(seq({recorder.IRStoreCommand(1, 0, "", 0), recorder.IRGetFileName(text),
+                 recorder.IRSetFileName(dir.file("absent.rec").c_str(), KIR_MODE_PLAY),
+                 recorder.IRGetFileName(text), text == dir.file("absent.rec"), recorder.IRIsPlaying(),
+                 recorder.IRIsStoring(), recorder.IRGetCommand(&code, &flags, text),
+                 recorder.IRStoreCommand(1, 0, "", 0),
+                 recorder.IRSetFileName(dir.file("no/such/dir/x.rec").c_str(), KIR_MODE_STORE),
+                 recorder.IRStoreCommand(1, 0, "", 0), recorder.IRGetCommand(&code, &flags, text),
+                 recorder.IRSetFileName("", KIR_MODE_STORE), recorder.IRStoreCommand(1, 0, "", 0),
+                 recorder.IRSetFileName(nullptr, KIR_MODE_STORE),
+                 recorder.IRGetCommand(nullptr, &flags, text), recorder.IRSetNULLCancelling(1)}),
+            "0 0 1 1 1 1 0 0 0 1 0 0 1 0 0 0 1");
 }
 
 }  // namespace
