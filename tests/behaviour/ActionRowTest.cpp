@@ -20,32 +20,16 @@ TEST(CKActionRow, NewRowReportsNothingSetAndGettersAnswerExactly) {
   float magnitude = 0;
   // Unset fields answer 0 and leave the output alone; a repeat count of zero is set, only negatives
   // are "none".
-  EXPECT_EQ(seq({row.ARGetEvent(&value),
-                 row.ARGetRepeatClicks(&value),
-                 row.ARGetGrouping(text),
-                 row.ARGetTextData(text),
-                 value,
-                 text,
-                 row.ARGetRowType(&value),
-                 value,
-                 row.ARGetAction(&value),
-                 row.ARGetRunState(text),
-                 value,
-                 text,
-                 row.ARSetRepeatClicks(0),
-                 row.ARGetRepeatClicks(&value),
-                 value,
-                 row.ARSetEvent(46),
-                 row.ARSetGrouping("g"),
-                 row.ARSetTextData("t"),
-                 row.ARSetMagnitude(2.5f),
-                 row.ARGetEvent(&value),
-                 row.ARGetGrouping(text),
-                 row.ARGetMagnitude(&magnitude),
-                 value,
-                 text,
+  EXPECT_EQ(seq({row.ARGetEvent(&value), row.ARGetRepeatClicks(&value), row.ARGetGrouping(text),
+                 row.ARGetTextData(text), value, text, row.ARGetRowType(&value), value,
+                 row.ARGetAction(&value), row.ARGetRunState(text), value, text}),
+            "0 0 0 0 99 untouched 1 -1 1 1 -1 idle");
+  EXPECT_EQ(seq({row.ARSetRepeatClicks(0), row.ARGetRepeatClicks(&value), value, row.ARSetEvent(46),
+                 row.ARSetGrouping("g"), row.ARSetTextData("t"), row.ARSetMagnitude(2.5f)}),
+            "1 1 0 1 1 1 1");
+  EXPECT_EQ(seq({row.ARGetEvent(&value), row.ARGetGrouping(text), row.ARGetMagnitude(&magnitude), value, text,
                  magnitude}),
-            "0 0 0 0 99 untouched 1 -1 1 1 -1 idle 1 1 0 1 1 1 1 1 1 1 46 g 2.5");
+            "1 1 1 46 g 2.5");
 }
 
 // Every code from -2 to 100 through a vocabulary call, as "code" + keyword for each that has one; a
