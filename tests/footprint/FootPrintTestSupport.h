@@ -56,7 +56,7 @@ struct Shown {
 /// they write can be listed in the order they happen.
 inline std::string seq(std::initializer_list<Shown> values) {
   std::string out;
-  for (const Shown& v : values) out += (out.empty() ? "" : " ") + v.text;
+  for (const Shown& v : values) out += (&v == values.begin() ? "" : " ") + v.text;
   return out;
 }
 
