@@ -84,9 +84,8 @@ TEST(FootPrintBox, BoxCentreClearanceAndExternalVertex) {
             "1 1 1 1 1 -3");
   EXPECT_EQ(seq({centre, box->min, box->max}),
             "1.5,-1,0 -1,-3,-2 4,1,2");  // the box centre, not the centroid
-  EXPECT_FLOAT_EQ(external->x, 4 + 17.3133f);
-  EXPECT_FLOAT_EQ(external->y, 1 + 6.550404f);
-  EXPECT_FLOAT_EQ(external->z, 2 + 103.00314f);
+  // Beyond the box's maximum by fixed odd offsets, so that no edge can pass through it.
+  EXPECT_EQ(seq({external->x - 4, external->y - 1, external->z - 2}), "17.3133 6.5504 103.003");
 
   // The clearance alone is not a box until the horizontal extent comes; then the clearance stays.
   CKFootPrint other;

@@ -19,13 +19,6 @@ inline int makeFootPrint(CKFootPrint& fp, std::initializer_list<_D3DVECTOR> poin
   return update ? fp.FPUpdateVertexDependencies() : 1;
 }
 
-template <size_t N>
-int makeFootPrint(CKFootPrint& fp, const _D3DVECTOR (&points)[N]) {
-  fp.FPInitialise();
-  for (const _D3DVECTOR& p : points) fp.FPAddVertex(&p);
-  return fp.FPUpdateVertexDependencies();
-}
-
 /// The square (0, 0)-(10, 10) in x-z at height 0.
 inline int makeSquare(CKFootPrint& fp) {
   return makeFootPrint(fp, {{0, 0, 0}, {10, 0, 0}, {10, 0, 10}, {0, 0, 10}});
