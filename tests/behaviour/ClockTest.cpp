@@ -52,8 +52,8 @@ TEST_F(CKDecideClock, ScriptedTables) {
     const char *kvc, *ticks;
   } scripts[] = {
       // FOR n performs on n ticks, then rests ready for the next trigger; FOR 0 is never for ON, once for IN
-      {"ON select MOVE FORWARD BY 0.5 FOR 3\nON open MOVE UP FOR 0\nON cut CALL g\nIN g MOVE DOWN FOR 0\n"
-       "IN g RETURN\n",
+      {"ON select MOVE FORWARD BY 0.5 FOR 3\nON open MOVE UP FOR 0\nON cut CALL g\nIN g MOVE DOWN FOR 0\nIN "
+       "g RETURN\n",
        "20/1 1:0.5 | n2 i i i i; -/1 1:0.5 | n1 i i i i; -/1 1:0.5 | n i i i i; -/1 | i3 i i i i; "
        "-/0 |; 20/1 1:0.5 | n2 i i i i; -/1 1:0.5 |; -/1 1:0.5 |; -/1 | i3 i i i i; "
        "24/1 | i3 i i i i; 46/1 6:0 | i3 i b(g) i n; -/1 | i3 i i- i i; -/0 |;"},
@@ -71,9 +71,8 @@ TEST_F(CKDecideClock, ScriptedTables) {
        "24/1 5:1 | b2(door) i n i; 24/1 6:0 | b2(door) i i n; -/1 5:1 | b1(door) i n i; "
        "-/1 6:0 | b1(door) i i n; -/1 | i2- i i i; 24/1 5:1 | b2(door) i n i;"},
       // nested calls unwind in one tick; a waiting call does not stop the dispatch of its command
-      {"ON select CALL outer\nON select MOVE UP\nIN outer CALL inner\nIN outer RETURN\nIN inner MOVE LOOKUP "
-       "BY 3\n"
-       "IN inner RETURN\n",
+      {"ON select CALL outer\nON select MOVE UP\nIN outer CALL inner\nIN outer RETURN\n"
+       "IN inner MOVE LOOKUP BY 3\nIN inner RETURN\n",
        "20/1 7:3 5:0 | b(outer) i b(inner) i i n; -/1 | i- i i- i i i; -/0 |;"},
       // group members run one per tick in table order until a row of another group; a member whose
       // repeats are used up hands on to the next at once
@@ -191,21 +190,20 @@ TEST_F(CKDecideClock, TraceRecordsRowsResetsAndTicks) {
   EXPECT_EQ(seq({b.table.DEOpenTrace(path.c_str(), 1), b.table.DEReset(), b.table.DECloseTrace(),
                  b.table.DECloseTrace(), b.table.DEReset()}),
             "1 1 1 0 1");
-  const std::vector<std::string> expected = {
-      "IN MAAAAAAAAAAAAAA01 NULL []",  // AT rows are labelled IN ...
-      "ON select CALL [\"]",
-      "AT \" PLAY [x.wav]",  // ... and IN rows AT
-      "2026/10/22[0]  9:5:3 [1]",
-      "ON open CALL [walk]",
-      "AT walk RETURN []",
-      "2026/10/22[0]  9:5:3 [2]",
-      "***STOP+RESET***",
-      "ERROR: AT time not set.",
-      "ERROR: IN Grouping not set.",
-      "ERROR: ON Event Type not recognised.",
-      "2026/10/22[0]  9:5:3 [4]",
-      "***STOP+RESET***",
-  };
+  // AT rows are labelled IN and IN rows AT.
+  const std::vector<std::string> expected = {"IN MAAAAAAAAAAAAAA01 NULL []",
+                                             "ON select CALL [\"]",
+                                             "AT \" PLAY [x.wav]",
+                                             "2026/10/22[0]  9:5:3 [1]",
+                                             "ON open CALL [walk]",
+                                             "AT walk RETURN []",
+                                             "2026/10/22[0]  9:5:3 [2]",
+                                             "***STOP+RESET***",
+                                             "ERROR: AT time not set.",
+                                             "ERROR: IN Grouping not set.",
+                                             "ERROR: ON Event Type not recognised.",
+                                             "2026/10/22[0]  9:5:3 [4]",
+                                             "***STOP+RESET***"};
   EXPECT_EQ(readLines(path), expected);
   CKDecide empty;
   // Opened afresh without appending.

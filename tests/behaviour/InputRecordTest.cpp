@@ -76,8 +76,8 @@ TEST(CKInputRecord, PlaybackPairsFlaggedCommandsAndReadsLinesLeniently) {
     Items played;
   } cases[] = {
       // Two flagged commands in a row: the first is marked with bit 8.
-      {"[CM][1]5[MG][1]4[TX][1]p[RP][1]0\n[CM][1]6[MG][1]4[TX][1]q[RP][1]0\n[CM][1]7[MG][1]0[TX][0][RP][1]"
-       "0\n",
+      {"[CM][1]5[MG][1]4[TX][1]p[RP][1]0\n[CM][1]6[MG][1]4[TX][1]q[RP][1]0\n"
+       "[CM][1]7[MG][1]0[TX][0][RP][1]0\n",
        {"5/12/p", "6/4/q", "7/0/"}},
       // The look-ahead returns the next run as often as recorded; a flagged last line comes alone.
       {"[CM][1]5[MG][1]4[TX][0][RP][1]0\n[CM][1]6[MG][1]0[TX][0][RP][1]2\n[CM][1]9[MG][1]4[TX][0][RP][1]0\n",
