@@ -79,6 +79,8 @@ TEST(FootPrintCrossing, SegmentsCrossingKindPointAndDistance) {
   EXPECT_EQ(seq({fresh.FPGetCoincidenceKind(&kind), kind}), "0 9") << "no lines met yet";
 }
 
+// With no wall only y is left; a sloping wall's own height counts in its direction and in the
+// step's part along it.
 TEST(FootPrintSlide, StepKeepsOnlyItsComponentAlongTheWall) {
   _D3DVECTOR a = {0, 0, 0};
   const struct {
@@ -86,7 +88,8 @@ TEST(FootPrintSlide, StepKeepsOnlyItsComponentAlongTheWall) {
     const char* slide;
   } rows[] = {{{10, 0, 0}, {1, 0.5f, 1}, "1,0.5,0"}, {{10, 0, 0}, {-1, 0.5f, 1}, "-1,0.5,0"},
               {{0, 0, 10}, {3, -1, 4}, "0,-1,4"},    {{0, 0, 10}, {3, 2, -4}, "0,2,-4"},
-              {{3, 0, 4}, {5, 0, 0}, "1.8,0,2.4"},   {a, {3, 2, 4}, "0,2,0"}};  // no wall: only y is left
+              {{3, 0, 4}, {5, 0, 0}, "1.8,0,2.4"},   {a, {3, 2, 4}, "0,2,0"},
+              {{0, 3, 4}, {1, 2, 5}, "0,2,4.16"},    {{0, 3, 4}, {1, 2, -5}, "0,2,-2.24"}};
   for (const auto& r : rows) {
     _D3DVECTOR step = r.step;
     EXPECT_EQ(seq({CKFootPrint::FPAdjustTranslation(&a, &r.wallEnd, &step), step}),
