@@ -137,7 +137,7 @@ TEST(FootPrintClearance, WallBoxCrossingAndSlopingFloorModes) {
                  wall.FPBoxBoundaryCrossingInclusive(&on, &to, &box),
                  wall.FPBoxBoundaryCrossingInclusive(&on, &on, &box)}),
             "1 5,0,0 5,3,0 0 1 1");
-  _D3DVECTOR inside = {5, 0, 5}, out = {12, 0, 5}, near = {6, 0, 5}, left = {-2, 0, 5};
+  _D3DVECTOR inside = {5, 0, 5}, out = {12, 0, 5}, nearby = {6, 0, 5}, left = {-2, 0, 5};
   _D3DVECTOR back = {4, 0, 9}, beyond = {4, 0, 11};
   // A vertical plane cannot be solved; upright: crossing; nothing crossed: the box answers; the last row
   // goes across (10, 5, 10)-(0, 0, 10) at x = 4.
@@ -147,12 +147,12 @@ TEST(FootPrintClearance, WallBoxCrossingAndSlopingFloorModes) {
     int mode, prefer;
     const char* clearance;  // the result, top and bottom; only their heights are ever written
   } rows[] = {
-      {&wall, &from, &to, 1, -1, "0 9,9,9 9,9,9"},       {&wall, &from, &to, 7, -1, "0 9,9,9 9,9,9"},
-      {&wall, &from, &to, 1, 1, "1 9,3,9 9,0,9"},        {&floor, &inside, &out, 0, -1, "1 9,5,9 9,2.5,9"},
-      {&floor, &out, &inside, 0, -1, "1 9,5,9 9,2.5,9"}, {&floor, &inside, &out, 1, -1, "1 9,2.5,9 9,2.5,9"},
-      {&floor, &inside, &out, 2, -1, "1 9,5,9 9,5,9"},   {&floor, &left, &out, 0, -1, "1 9,5,9 9,0,9"},
-      {&floor, &inside, &near, 0, -1, "0 9,9,9 9,9,9"},  {&floor, &left, &left, 0, -1, "0 9,9,9 9,9,9"},
-      {&floor, &inside, &near, 2, -1, "0 9,9,9 9,9,9"},  {&floor, &inside, &near, 0, 0, "1 9,5,9 9,0,9"},
+      {&wall, &from, &to, 1, -1, "0 9,9,9 9,9,9"},        {&wall, &from, &to, 7, -1, "0 9,9,9 9,9,9"},
+      {&wall, &from, &to, 1, 1, "1 9,3,9 9,0,9"},         {&floor, &inside, &out, 0, -1, "1 9,5,9 9,2.5,9"},
+      {&floor, &out, &inside, 0, -1, "1 9,5,9 9,2.5,9"},  {&floor, &inside, &out, 1, -1, "1 9,2.5,9 9,2.5,9"},
+      {&floor, &inside, &out, 2, -1, "1 9,5,9 9,5,9"},    {&floor, &left, &out, 0, -1, "1 9,5,9 9,0,9"},
+      {&floor, &inside, &nearby, 0, -1, "0 9,9,9 9,9,9"}, {&floor, &left, &left, 0, -1, "0 9,9,9 9,9,9"},
+      {&floor, &inside, &nearby, 2, -1, "0 9,9,9 9,9,9"}, {&floor, &inside, &nearby, 0, 0, "1 9,5,9 9,0,9"},
       {&floor, &back, &beyond, 2, -1, "1 9,2,9 9,2,9"}};
   for (const auto& r : rows) {
     top = bottom = {9, 9, 9};
