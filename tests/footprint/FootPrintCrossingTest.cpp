@@ -110,14 +110,11 @@ TEST(FootPrintEdgeQueries, HeightSampleDistanceAndCoincidentEdge) {
     heights += seq({fp.FPUpdateYFromSelectedEdgeCrossing(&q), q, fp.FPSelectNextEdgeNoWrap()}) + "; ";
   EXPECT_EQ(heights, "1 0,1,3 1; 1 1,4,5 1; 1 3,3,1 1; 1 7,0,7 1; ");
   // The last edge, (6, 0, 1) -> (0, 0, 1): the nearest end, or straight across.
-  const struct {
-    _D3DVECTOR at;
-    float distance;
-  } samples[] = {{{-3, 0, 5}, 5}, {{2, 7, -2}, 3}, {{9, 0, 5}, 5}};
-  for (const auto& s : samples) {
-    float distance = -1;
-    EXPECT_EQ(seq({fp.FPGetEdgeSampleDistance(&s.at, &distance), distance}), seq({1, s.distance}));
-  }
+  const _D3DVECTOR beforeStart = {-3, 0, 5}, across = {2, 7, -2}, beyondEnd = {9, 0, 5};
+  float d1 = -1, d2 = -1, d3 = -1;
+  EXPECT_EQ(seq({fp.FPGetEdgeSampleDistance(&beforeStart, &d1), d1, fp.FPGetEdgeSampleDistance(&across, &d2),
+                 d2, fp.FPGetEdgeSampleDistance(&beyondEnd, &d3), d3}),
+            "1 5 1 3 1 5");
   makeSquare(fp);
   // Touching an edge at its end only is not coincidence.
   _D3DVECTOR a = {10, 0, 10}, b = {12, 0, 10}, c = {6, 0, 10}, d = {5.5f, 3, 10};
