@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Allocation.h"
+#include "DecideTestSupport.h"
 #include "KDecide.h"
 #include "KNormalise.h"
 #include "KVGen.h"
@@ -48,15 +49,13 @@ TEST(Boundary, NormalisersFailWholeWithoutMemory) {
     results[3] = KUConvertKSFToRelative(f.shape.c_str());
     results[4] = KUDeRelativiseKSF(f.dir.path().c_str(), f.shape.c_str());
   }
-  for (int r : results) EXPECT_EQ(r, 0);
-  EXPECT_EQ(readFile(f.behaviour), kvc);
-  EXPECT_EQ(readFile(f.shape), ksf);
-
-  EXPECT_EQ(KUConvertKCVToRelative(f.behaviour.c_str()), 1);
-  EXPECT_EQ(KUConvertKSFToRelative(f.shape.c_str()), 1);
   CKDecide table;
   table.DEInitialise();
-  EXPECT_EQ(table.DELoadFromFile(f.behaviour.c_str()), 1);
+  EXPECT_EQ(kutil::test::seq(
+                {results[0], results[1], results[2], results[3], results[4], readFile(f.behaviour) == kvc,
+                 readFile(f.shape) == ksf, KUConvertKCVToRelative(f.behaviour.c_str()),
+                 KUConvertKSFToRelative(f.shape.c_str()), table.DELoadFromFile(f.behaviour.c_str())}),
+            "0 0 0 0 0 1 1 1 1 1");
 }
 
 TEST(Boundary, ShapeCallsFailOrNeedNoMemory) {
@@ -71,16 +70,32 @@ TEST(Boundary, ShapeCallsFailOrNeedNoMemory) {
     tessellated = f.square.KVTesselateSeedPlane();
     saved = f.square.KVSave(copy.c_str());  // the tagged lines are written without allocating
   }
-  EXPECT_EQ(restored, 0);
-  EXPECT_EQ(tessellated, 0);
   int a = 0, b = 0, c = 0;
-  EXPECT_EQ(f.square.KVGetFirstTesselatedTriangle(&a, &b, &c), 0);
-  EXPECT_EQ(saved, 1);
-  EXPECT_EQ(readFile(copy), readFile(f.shape));
+  EXPECT_EQ(kutil::test::seq({restored, tessellated, f.square.KVGetFirstTesselatedTriangle(&a, &b, &c), saved,
+                              readFile(copy) == readFile(f.shape), gen.KVRestore(f.shape.c_str()),
+                              gen.KVTesselateSeedPlane(), f.square.KVTesselateSeedPlane()}),
+            "0 0 0 1 1 1 1 1");
+}
 
-  EXPECT_EQ(gen.KVRestore(f.shape.c_str()), 1);
-  EXPECT_EQ(gen.KVTesselateSeedPlane(), 1);
-  EXPECT_EQ(f.square.KVTesselateSeedPlane(), 1);
+TEST(Boundary, BehaviourCallsFailWithoutMemoryAndWorkAfterwards) {
+  kutil::test::ScriptedClock clock;
+  kutil::test::TempDir dir;
+  const std::string rec = dir.file("r.rec"), kvc = dir.file("t.kvc");
+  kutil::test::writeFile(rec, "[CM][1]1[MG][1]0[TX][0][RP][1]0\n");
+  kutil::test::Behaviour b;
+  ASSERT_EQ(kutil::test::loadText(b.table, dir, "ON select PLAYBACK \"" + rec + "\"\n"), 1);
+  b.table.DESetItemScaleFactor(1.5f);
+  CKDecide other;
+  int loaded = -1, ticked = -1;
+  {
+    AllocationFailure noMemory;
+    loaded = other.DELoadFromFile(kvc.c_str());  // no row can be made
+    b.in.FIPushFIFOCommand(KAR_EVENT_SELECT, 1.0f);
+    ticked = b.table.DEClock();  // no recorder can be made: nothing is played
+  }
+  EXPECT_EQ(kutil::test::seq({loaded, ticked, kutil::test::rowCount(other), kutil::test::drain(b.out),
+                              b.run(KAR_EVENT_SELECT), other.DELoadFromFile(kvc.c_str())}),
+            "0 1 0  1:0.2 1");
 }
 
 }  // namespace

@@ -12,8 +12,9 @@ namespace {
 
 struct Fnv1a {
   std::uint64_t value = 14695981039346656037ull;
-  void add(const void* data, std::size_t size) {
-    for (std::size_t i = 0; i < size; ++i) add(static_cast<const unsigned char*>(data)[i]);
+  void add(const char* text) {
+    do add(static_cast<unsigned char>(*text));
+    while (*text++ != 0);
   }
   void add(std::int32_t v) {
     for (int shift = 0; shift < 32; shift += 8) add(static_cast<unsigned char>(v >> shift));
@@ -31,17 +32,8 @@ std::uint64_t runScene(int ticks, int* outputs) {
   kutil::test::rowAt(b.table, 1)->ARSetTextData(rec.c_str());
   b.table.DESetItemScaleFactor(1.5f);
 
-  static const int inputs[] = {KAR_EVENT_SELECT,
-                               KAR_EVENT_DESELECT,
-                               KAR_EVENT_PROPERTY,
-                               KAR_EVENT_OPEN,
-                               KAR_EVENT_COLLIDE,
-                               KAR_EVENT_IMPACT,
-                               KAR_EVENT_CUT,
-                               KAR_EVENT_COPY,
-                               KAR_CMD_RESET,
-                               KAR_MOTION_FORWARD,
-                               99};
+  // select, deselect, property, open, collide, impact, cut, copy, reset, forward and an unknown code
+  static const int inputs[] = {20, 21, 23, 24, 26, 28, 46, 48, 81, 1, 99};
   std::uint32_t lcg = 12345u;
   Fnv1a hash;
   *outputs = 0;
@@ -54,14 +46,15 @@ std::uint64_t runScene(int ticks, int* outputs) {
     if (r % 3 == 0) b.in.FIPushFIFOCommand(inputs[(r / 3) % 11], 1.0f, "in", 2);
     if (r % 17 == 0) b.in.FIPushFIFOCommand(inputs[(r / 17) % 11], 0.5f);
     hash.add(t);
-    hash.add(b.table.DEClock());
-    for (const kutil::test::Command& c : kutil::test::drain(b.out)) {
+    const std::vector<kutil::test::Command> out = b.tick();
+    hash.add(b.result);
+    for (const kutil::test::Command& c : out) {
       std::uint32_t bits = 0;
       std::memcpy(&bits, &c.magnitude, 4);
       hash.add(c.code);
       hash.add(static_cast<std::int32_t>(bits));
       hash.add(c.flags);
-      hash.add(c.text.c_str(), c.text.size() + 1);
+      hash.add(c.text.c_str());  // with its terminator
       ++*outputs;
     }
   }

@@ -4,117 +4,122 @@
 
 #include <string>
 
-#include "KActionRow.h"
-#include "KFIFO.h"
+#include "DecideTestSupport.h"
+
+using kutil::test::drain;
+using kutil::test::seq;
 
 namespace {
 
-// Pops everything as "code text flags," items.
-std::string drain(CKFIFO& q) {
-  std::string out;
-  int code = 0, flags = 0;
-  float magnitude = 0.0f;
-  char text[KFI_TEXT_LEN + 1];
-  while (q.FIPopFIFOCommand(&code, &magnitude, text, &flags))
-    out += std::to_string(code) + text + std::to_string(flags) + ",";
-  return out;
-}
-
 TEST(CKFIFO, RingCarriesEveryFieldAndKeepsItsEmptyAndFullRules) {
   CKFIFO fifo;
+  ASSERT_EQ(fifo.FIInitialise(), 1);
   const _D3DVECTOR v = {1.0f, 2.0f, 3.0f};
-  _D3DVECTOR out = {};
-  int code = 77, flags = 77;
-  float magnitude = 0.0f;
-  char text[KFI_TEXT_LEN + 1] = "keep";
-  // Empty: pop and peek fail without touching their outputs.
-  EXPECT_EQ(fifo.FIPopFIFOCommand(&code, &magnitude, &out, text, &flags), 0);
-  EXPECT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude, &out, text, &flags), 0);
-  EXPECT_EQ(code + flags, 154);
-  EXPECT_STREQ(text, "keep");
-  EXPECT_EQ(fifo.FIPopFIFOCommand(nullptr, &magnitude), 0);
+  _D3DVECTOR out = {7, 7, 7};
+  int code = 7, flags = 7;
+  float magnitude = 7.0f;
+  char text[KFI_TEXT_LEN + 1] = "7";
+  // Empty: every pop and peek fails without touching its outputs.
+  EXPECT_EQ(fifo.FIPopFIFOCommand(&code, &magnitude, &out, text, &flags) + fifo.FIPopFIFOCommand() +
+                fifo.FIPeekFIFOCommand(&code, &magnitude, &out, text, &flags) +
+                fifo.FIPeekFIFOCommand(&code, &magnitude, text, &flags) +
+                fifo.FIPeekFIFOCommand(&code, &magnitude) +
+                fifo.FIPopFIFOCommand(&code, &magnitude, text, &flags) +
+                fifo.FIPopFIFOCommand(&code, &magnitude),
+            0);
+  EXPECT_EQ(std::to_string(code + flags + magnitude + out.x + out.y + out.z) + text, "42.0000007");
 
-  ASSERT_EQ(fifo.FIPushFIFOCommand(24, 1.5f, &v, "door.kvc", 9), 1);
-  ASSERT_EQ(fifo.FIPushFIFOCommand(2, 0.25f), 1);
-  ASSERT_EQ(fifo.FIPeekFIFOCommand(&code, &magnitude, &out, text, &flags), 1);
-  EXPECT_EQ(magnitude + out.y, 3.5f);
-  EXPECT_EQ(drain(fifo), "24door.kvc9,20,");
+  // Every push form, then every peek and pop form: peeking twice gives the same, popping moves on.
+  ASSERT_EQ(seq({fifo.FIPushFIFOCommand(24, 1.5f, &v, "door.kvc", 9),
+                 fifo.FIPushFIFOCommand(2, 0.25f, "b", 3), fifo.FIPushFIFOCommand(5, 0.5f)}),
+            "1 1 1");
+  for (int i = 0; i < 2; ++i)
+    EXPECT_EQ(seq({fifo.FIPeekFIFOCommand(&code, &magnitude, &out, text, &flags), code, flags, text,
+                   magnitude, out.x, out.y, out.z}),
+              "1 24 9 door.kvc 1.5 1 2 3");
+  // Missing outputs fail and leave the queue alone.
+  EXPECT_EQ(fifo.FIPeekFIFOCommand(nullptr, &magnitude, &out, text, &flags) +
+                fifo.FIPopFIFOCommand(nullptr, &magnitude, &out, text, &flags) +
+                fifo.FIPopFIFOCommand(&code, &magnitude, nullptr, text, &flags) +
+                fifo.FIPopFIFOCommand(&code, nullptr),
+            0);
+  EXPECT_EQ(seq({fifo.FIPopFIFOCommand(), fifo.FIPeekFIFOCommand(&code, &magnitude, text, &flags),
+                 fifo.FIPopFIFOCommand(&code, &magnitude, text, &flags), code, flags, text,
+                 fifo.FIPeekFIFOCommand(&code, &magnitude), fifo.FIPopFIFOCommand(&code, &magnitude), code,
+                 magnitude, fifo.FIPopFIFOCommand(), fifo.FITestFIFOCommandPipe()}),
+            "1 1 1 2 3 b 1 1 5 0.5 0 0");
+  // The emptied ring goes on where it stopped; code -1 is stored but leaves its slot empty.
+  EXPECT_EQ(seq({fifo.FIPushFIFOCommand(6, 1.0f), drain(fifo), fifo.FIPushFIFOCommand(KFI_EMPTY_CODE, 2.0f),
+                 fifo.FITestFIFOCommandPipe(), fifo.FIPushFIFOCommand(7, 3.0f), drain(fifo)}),
+            "1 6:1/0 1 0 1 7:3/0");
 
-  // Code -1 is stored but marks its slot empty; the next push reuses it.
-  EXPECT_EQ(fifo.FIPushFIFOCommand(KFI_EMPTY_CODE, 2.0f), 1);
-  EXPECT_EQ(fifo.FITestFIFOCommandPipe(), 0);
-  EXPECT_EQ(fifo.FIPushFIFOCommand(7, 3.0f), 1);
-  EXPECT_EQ(fifo.FIClearFIFOCommandPipe(), 0);
-  EXPECT_EQ(fifo.FITestFIFOCommandPipe(), 0);
-  for (int i = 1; i <= KFI_SLOT_COUNT; ++i) ASSERT_EQ(fifo.FIPushFIFOCommand(i, 1.0f), 1) << i;
-  EXPECT_EQ(fifo.FIPushFIFOCommand(99, 1.0f), 0);
-  EXPECT_EQ(fifo.FIGetLastResult(), 0);
-  EXPECT_EQ(drain(fifo), "10,20,30,40,50,60,70,80,");
+  // Eight fit, a ninth is refused; texts are cut to 260 characters.
+  const std::string x300(300, 'x'), x260 = ":1:" + x300.substr(0, KFI_TEXT_LEN);
+  for (int i = 1; i <= KFI_SLOT_COUNT; ++i) ASSERT_EQ(fifo.FIPushFIFOCommand(i, 1.0f, x300.c_str(), 1), 1);
+  EXPECT_EQ(seq({fifo.FIPushFIFOCommand(99, 1.0f), fifo.FIGetLastResult()}), "0 0");
+  EXPECT_EQ(drain(fifo), "1" + x260 + " 2" + x260 + " 3" + x260 + " 4" + x260 + " 5" + x260 + " 6" + x260 +
+                             " 7" + x260 + " 8" + x260);
+  EXPECT_EQ(
+      seq({fifo.FIPushFIFOCommand(1, 1.0f), fifo.FIClearFIFOCommandPipe(), fifo.FITestFIFOCommandPipe()}),
+      "1 0 0")
+      << "clearing answers 0, a kept quirk";
 }
 
 TEST(CKFIFO, CopiesSelectByMaskRewriteFlagsAndDropWhatDoesNotFit) {
-  CKFIFO fifo;
+  CKFIFO fifo, destination;
   // Wrap the ring first so the walk crosses its end.
   for (int i = 0; i < 6; ++i) fifo.FIPushFIFOCommand(i, 1.0f);
   for (int i = 0; i < 6; ++i) fifo.FIPopFIFOCommand();
   fifo.FIPushFIFOCommand(1, 1.0f, "a", 1);
   fifo.FIPushFIFOCommand(2, 1.0f, "b", 2);
   fifo.FIPushFIFOCommand(3, 1.0f, "c", 17);
-  struct Case {
-    int mask, mode, result;
-    const char* copied;
-  };
-  const Case cases[] = {
-      {KFI_SELECT_ALL, 3, 1, "1a3,2b3,3c3,"},
-      {KFI_SELECT_ALL, KFI_MODE_KEEP, 1, "1a1,2b2,3c17,"},
-      {KFI_SELECT_ALL, KFI_MODE_OR + 4, 1, "1a5,2b6,3c21,"},
-      {16, KFI_MODE_KEEP, 1, "3c17,"},
-      {8, KFI_MODE_KEEP, 0, ""},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.copied);
-    CKFIFO destination;
-    EXPECT_EQ(fifo.FIPeekFIFOTo(&destination, c.mask, c.mode), c.result);
-    EXPECT_EQ(drain(destination), c.copied);
-  }
+  const struct {
+    int mask, mode;
+    const char* copied;  // the result, then what arrived
+  } cases[] = {{KFI_SELECT_ALL, 3, "1 1:1:a/3 2:1:b/3 3:1:c/3"},
+               {KFI_SELECT_ALL, KFI_MODE_KEEP, "1 1:1:a 2:1:b/2 3:1:c/17"},
+               {KFI_SELECT_ALL, KFI_MODE_OR + 4, "1 1:1:a/5 2:1:b/6 3:1:c/21"},
+               {KFI_SELECT_ALL, KFI_MODE_OR + KFI_MODE_KEEP + 16 + 8, "1 1:1:a/9 2:1:b/10 3:1:c/25"},
+               {16, KFI_MODE_KEEP + 16 + 2, "1 3:1:c/17"},
+               {16 + 1, 16 + 2, "1 1:1:a/2 3:1:c/2"},
+               {8, KFI_MODE_KEEP, "0 "}};
+  for (const auto& c : cases)
+    EXPECT_EQ(seq({fifo.FIPeekFIFOTo(&destination, c.mask, c.mode), drain(destination)}), c.copied);
   // Overflow is dropped; peeking leaves the source untouched, updating empties it.
-  CKFIFO destination;
   for (int i = 0; i < 6; ++i) destination.FIPushFIFOCommand(9, 1.0f);
-  EXPECT_EQ(fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, KFI_MODE_KEEP), 1);
-  EXPECT_EQ(drain(destination), "90,90,90,90,90,90,1a1,2b2,");
-  for (int i = 0; i < 6; ++i) destination.FIPushFIFOCommand(9, 1.0f);
-  EXPECT_EQ(destination.FIUpdateFIFOFrom(&fifo, 16), 1);
-  EXPECT_EQ(fifo.FITestFIFOCommandPipe(), 0);
-  EXPECT_EQ(drain(destination), "90,90,90,90,90,90,1a17,2b18,");
-  EXPECT_EQ(fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, 0) + destination.FIUpdateFIFOFrom(&fifo), 0);
-  EXPECT_EQ(fifo.FIUpdateFIFOFrom(nullptr) + fifo.FIUpdateFIFOFrom(&fifo), 0);
+  EXPECT_EQ(seq({fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, KFI_MODE_KEEP), drain(destination)}),
+            "1 9:1/0 9:1/0 9:1/0 9:1/0 9:1/0 9:1/0 1:1:a 2:1:b/2");
+  for (int i = 0; i < 6; ++i) destination.FIPushFIFOCommand(9, 1.0f, "", 1);
+  EXPECT_EQ(seq({destination.FIUpdateFIFOFrom(&fifo, 16), drain(destination), drain(fifo),
+                 fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, 0), destination.FIUpdateFIFOFrom(&fifo),
+                 fifo.FIUpdateFIFOFrom(nullptr), fifo.FIUpdateFIFOFrom(&fifo)}),
+            "1 9:1 9:1 9:1 9:1 9:1 9:1 1:1:a/17 2:1:b/18  0 0 0 0");
+  // Eight into a queue holding five: three arrive, five are lost, the source ends empty.
+  for (int i = 1; i <= KFI_SLOT_COUNT; ++i) fifo.FIPushFIFOCommand(i, 1.0f, "", 1);
+  for (int i = 0; i < 5; ++i) destination.FIPushFIFOCommand(9, 1.0f, "", 1);
+  EXPECT_EQ(seq({destination.FIUpdateFIFOFrom(&fifo), drain(destination), drain(fifo)}),
+            "1 9:1 9:1 9:1 9:1 9:1 1:1 2:1 3:1 ");
 }
 
 TEST(KUGetMagnitudeForFIFOInput, StandardStepsByMotionKind) {
-  struct Case {
+  // {flags, speed, code, magnitude}: exact, the quotient is taken in single precision, the fine step
+  // in double.
+  const struct {
     int flags;
-    float scale;
+    float speed;
     int code;
     float expected;
-  };
-  // Exact comparisons: the quotient is taken in single precision, the fine step in double.
-  const Case cases[] = {
-      {0, 1.5f, KAR_MOTION_FORWARD, 0.2f},
-      {KFI_FLAG_FINE, 1.5f, KAR_MOTION_SHIFTRIGHT, 0.2f / 10.0f},
-      {1, 2.0f, KAR_MOTION_DOWN, 0.15f},
-      {0, 7.0f, KAR_MOTION_TURNLEFT, 0.02f},
-      {KFI_FLAG_FINE, 7.0f, KAR_MOTION_ROLLRIGHT, static_cast<float>(0.002)},
-      {0, 3.0f, KAR_CMD_ZOOMIN, 1.0f},
-      {KFI_FLAG_FINE, 3.0f, KAR_CMD_ZOOMOUT, 0.1f},
-      {0, 1.0f, 9, -1.0f},
-      {0, 1.0f, KAR_MOTION_AUTOLEVEL, -1.0f},
-      {0, 1.0f, 80, -1.0f},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.code);
+  } cases[] = {{0, 1.5f, 1, 0.2f},      {2, 1.5f, 13, 0.2f / 10},    {1, 2.0f, 6, 0.15f},
+               {3, 1.5f, 2, 0.2f / 10}, {0, 0.5f, 5, 0.6f},          {0, 1.0f, 12, 0.3f},
+               {0, 7.0f, 3, 0.02f},     {2, 7.0f, 44, float(0.002)}, {4, 1.0f, 4, 0.02f},
+               {0, 1.0f, 7, 0.02f},     {0, 1.0f, 8, 0.02f},         {0, 1.0f, 41, 0.02f},
+               {0, 1.0f, 42, 0.02f},    {0, 1.0f, 43, 0.02f},        {0, 3.0f, 40, 1.0f},
+               {2, 3.0f, 58, 0.1f},     {0, 1.0f, 9, -1.0f},         {0, 1.0f, 11, -1.0f},
+               {0, 1.0f, 80, -1.0f},    {0, 1.0f, 0, -1.0f},         {0, 1.0f, 59, -1.0f}};
+  for (const auto& c : cases) {
     float m = 5.0f;
-    EXPECT_EQ(KUGetMagnitudeForFIFOInput(&m, c.flags, c.scale, c.code), 1);
-    EXPECT_EQ(m, c.expected);
+    EXPECT_EQ(KUGetMagnitudeForFIFOInput(&m, c.flags, c.speed, c.code), 1);
+    EXPECT_EQ(m, c.expected) << c.code;
   }
   EXPECT_EQ(KUGetMagnitudeForFIFOInput(nullptr, 0, 1.0f, 1), 0);
 }
