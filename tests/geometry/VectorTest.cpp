@@ -30,9 +30,6 @@ TEST(KUVector, FrustumMatricesAreExactInverses) {
         ASSERT_NEAR(r == c ? 1.0 : 0.0, s, 1e-5) << r << "," << c;
       }
   }
-  _D3DVECTOR zeroNear = vec(0, 1, 0);  // unguarded: infinities, no crash
-  EXPECT_EQ(1, KUMtxMakeViewToFrustrum(&zeroNear, &Q));
-  EXPECT_TRUE(std::isinf(Q.m[0]));
 }
 
 // (2, 3, 6) has length 7 and (4, -5, 6) makes a dot of 29 and a cross of (48, 12, -22) with it: every
@@ -216,8 +213,8 @@ TEST(KUVector, RotateAgainstFrameRollCases) {
       {vec(1, 0, 1), vec(0, 1, 0), vec(0, 1, 0), 1e-5f},    // upright
       {vec(1, 0, 1), vec(0, -1, 0), vec(0, -1, 0), 1e-5f},  // upside down
       {vec(0, 0, 1), vec(1, 0, 0), vec(1, 0, 0), 1e-5f},    // up lying sideways, either hand
-      {vec(0, 1, 0), vec(1, 0, 0), vec(1, 0, 0), 2e-4f},  // straight up: heading via the 0.0001 abscissa
-      {vec(0, -1, 0), vec(0, 0, 1), vec(0, 0, 1), 1e-5f},  // straight down: a sideways up comes out mirrored
+      {vec(0, 1, 0), vec(1, 0, 0), vec(1, 0, 0), 2e-4f},    // straight up: heading via the 0.0001 abscissa
+      {vec(0, -1, 0), vec(0, 0, 1), vec(0, 0, 1), 1e-5f},   // straight down: a sideways up comes out mirrored
       {vec(0, -1, 0), vec(1, 0, 0), vec(-1, 0, 0), 2e-4f},
   };
   for (const auto& r : rows) {
