@@ -91,22 +91,12 @@ int rowField(int (CKActionRow::*set)(const char*), int (CKActionRow::*get)(char*
   return (row.*set)(Lc('t')) == 1 && (row.*set)(nullptr) == 0 ? (row.*get)(o) : -1;
 }
 
-// Plays a recording back, every text into an exact buffer; 1 when there was a command.
-int playBack(const char* path) {
-  CKInputRecord player;
-  player.IRSetFileName(path, KIR_MODE_PLAY);
-  int played = 0, code = 0, flags = 0;
-  for (OutBuffer text(KIR_TEXT_LEN + 1); played < 64 && player.IRGetCommand(&code, &flags, text.data()) == 1;
-       text = OutBuffer(KIR_TEXT_LEN + 1), ++played)
-    EXPECT_TRUE(text.terminated());
-  return played > 0;
-}
-
 std::vector<std::string> g_heard;  // what the message sink and the sound player were handed
 void hear(const char*, const char* text) { g_heard.push_back(text); }
 int play(const char* file, unsigned int) { return (g_heard.push_back(file ? file : "<stop>"), 1); }
 
 const char* const kSettings = "Software\\kaldo3d\\Kaldo\\CurrentVersion";
+HKEY const hk = HKEY_CURRENT_USER;
 
 class Overlong : public ::testing::Test {
  protected:
@@ -129,7 +119,7 @@ class Overlong : public ::testing::Test {
     return m_dir.file(leaf);
   }
   TempDir m_dir;
-  const std::string to = m_dir.path() + "/", missing = to + L('m');
+  const std::string to = m_dir.path() + "/", missing = to + L('m'), scr = missing + ".scr";
   RegistrySandbox m_registry;
 #if !defined(_WIN32)
   ScopedEnv m_data{"XDG_DATA_HOME", m_dir.file("data")}, m_config{"XDG_CONFIG_HOME", m_dir.file("config")};
@@ -142,13 +132,14 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
                     longKvc = file("long.kvc", "IN " + L('g') + " PLAY \"" + L('p') + "\"\n"),
                     list = file("hall.ksl", "/" + L('l') + "\n/short/a.kwq\n"), rec = m_dir.file("in.rec"),
                     full = m_dir.file("full.kvc"), trace = m_dir.file("trace.txt"),
-                    shape = m_dir.file("a.ksf"),
                     sheets = file("lang.kiq", "[iid][1]1[itx][10000]" + L('t') + "\n[iid][1]3[itx][128]" +
                                                   L('u', 128) + "\n"),
                     log = m_dir.file("kaldo.log"), key = "Software\\kaldo3d\\KUtilTest\\" + L('k');
   int i = 7, n = 0;
   unsigned int id = 0;
   float f = 7;
+  const std::string shape = m_dir.file("a.ksf");
+  const char* const sc = shape.c_str();
   _D3DVECTOR v = {1, 2, 3};
   const _D3DVECTOR huge = {-FLT_MAX, -FLT_MAX, -FLT_MAX};
   OutBuffer name(261);
@@ -258,12 +249,8 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
     // Full fields make a line longer than the reader takes: the reload keeps one cut row and fails.
     ROW(0, 1, table.DEStoreToFile(full.c_str()) == 1 && copy.DELoadFromFile(full.c_str()) == 0),
     ROW(0, 1, rowTexts(copy).size() == 1 && rowTexts(copy)[0] == L('t', rowTexts(copy)[0].size())),
-    ROW(65, 1,
-        copy.DEDeleteAllActionRows() && !copy.DELoadFromFile(longKvc.c_str()) &&
-                copy.DESelectFirstActionRow(&first)
-            ? first->ARGetGrouping(o)
-            : -1,
-        L('g', 64)),
+    ROW(0, 1, copy.DEDeleteAllActionRows() == 1 && copy.DELoadFromFile(longKvc.c_str()) == 0),
+    ROW(65, 1, copy.DESelectFirstActionRow(&first) ? first->ARGetGrouping(o) : -1, L('g', 64)),
     ROW(KDE_COMMENT_LEN + 1, 1, copy.DEGetErrorID(&id) * copy.DEGetComment(o) == 1 && std::strlen(o) == 63,
         kAny),
     ROW(0, 1,
@@ -276,17 +263,11 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
         L('t', 260)),
     ROW(0, 1, copy.DECopyFrom(&table) == 1 && rowTexts(copy)[0] == L('t', 260)),
     // ---- path variables and normalisers (in-place names of 264 bytes) ----
-    ROW(264, 1,
-        KUSetNormalisationVariables(d.c_str(), d.c_str(), d.c_str(), d.c_str())
-            ? KUSubstitute4Directory(put(o, d))
-            : -1,
-        "?KALDOHOMEDIR?"),
+    ROW(0, 1, KUSetNormalisationVariables(d.c_str(), d.c_str(), d.c_str(), d.c_str())),
+    ROW(264, 1, KUSubstitute4Directory(put(o, d)), "?KALDOHOMEDIR?"),
     ROW(264, 1, KUSubstitute4Variable(put(o, "?KALDOHOMEDIR?/file.exe"), "?X?", "y"), d.substr(0, 263)),
-    ROW(264, 0,
-        KUSetNormalisationVariables(nullptr, nullptr, nullptr, nullptr)
-            ? KUSubstitute4Directory(put(o, "/a/b.exe"))
-            : -1,
-        "/a/b.exe"),
+    ROW(0, 1, KUSetNormalisationVariables(nullptr, nullptr, nullptr, nullptr)),
+    ROW(264, 0, KUSubstitute4Directory(put(o, "/a/b.exe")), "/a/b.exe"),
     ROW(264, 1, KUSubstitute4Variable(put(o, "?KALDOKWQDIR?" + L('n', 250)), "?KALDOKWQDIR?", Lc('V')),
         L('V', 263)),
     ROW(264, 0, KUSubstitute4Variable(put(o, L('u', 263)), Lc('u'), "x"), L('u', 263)),
@@ -318,19 +299,14 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
     ROW(17, 1, gen.KVSetBackIconIndex(Lc('2')) ? gen.KVGetBackIconIndex(o) : -1, L('2', 16)),
     ROW(17, 1, gen.KVSetWrapIconIndex(Lc('3')) ? gen.KVGetWrapIconIndex(o) : -1, L('3', 16)),
     // Full-length fields and extreme numbers survive save and restore.
-    ROW(277, 1,
-        gen.KVAddInstruction(INSTR_EXTRUDE, &huge, -FLT_MAX) && gen.KVSave(shape.c_str()) &&
-                back.KVRestore(shape.c_str())
-            ? back.KVGetWrapSurfaceTexture(o)
-            : -1,
-        L('c', 276)),
+    ROW(0, 1, gen.KVAddInstruction(INSTR_EXTRUDE, &huge, -FLT_MAX) * gen.KVSave(sc) * back.KVRestore(sc)),
+    ROW(277, 1, back.KVGetWrapSurfaceTexture(o), L('c', 276)),
     ROW(17, 1, back.KVGetBackIconIndex(o), L('2', 16)),
     ROW(0, 1, back.KVGetFirstInstruction(&i, &v, &f) == 1 && v.x == -FLT_MAX && f == -FLT_MAX),
     ROW(277, 0, gen.KVSetFrontPlaneTexture(nullptr) ? gen.KVGetFrontPlaneTexture(o) : -1, kKeep),
     ROW(17, kEither, (gen.KVSetWrapIconIndex(nullptr), gen.KVGetWrapIconIndex(o))),
-    ROW(0, 0,
-        gen.KVGetBackPlaneTexture(nullptr) + gen.KVGetBackIconIndex(nullptr) +
-            KUMkVertexSegment(nullptr, &v)),
+    ROW(0, 0, gen.KVGetBackPlaneTexture(nullptr) + gen.KVGetBackIconIndex(nullptr)),
+    ROW(0, 0, KUMkVertexSegment(nullptr, &v)),
     ROW(140, 1, KUMkVertexSegment(o, &huge), kAny),
     ROW(140, 1, KUMkVertexSegment(o, &(v = {-INFINITY, NAN, -FLT_MIN})), kAny),
     ROW(0, 1, KUExtractVertexSegment(&v, (L('1') + ",2,3").c_str()) == 1 && std::isinf(v.x)),
@@ -338,17 +314,13 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
     ROW(0, 0, KUExtractVertexSegment(&v, ("1,2" + L(' ')).c_str()) + KUExtractVertexSegment(&v, nullptr)),
     ROW(37, 1, gen.KVCheckIntegrity(o, nullptr) ? gen.KVCheckIntegrity(nullptr, nullptr) : -1, kKeep),
     // ---- settings ----
+    ROW(261, kEither, (KUSetRegText(hk, kSettings, "L", Lc('v')), KUGetRegText(hk, kSettings, "L", o))),
     ROW(261, kEither,
-        (KUSetRegText(HKEY_CURRENT_USER, kSettings, "L", Lc('v')),
-         KUGetRegText(HKEY_CURRENT_USER, kSettings, "L", o))),
-    ROW(261, kEither,
-        (KUSetRegText(HKEY_CURRENT_USER, key.c_str(), Lc('n'), "y"),
-         KUGetRegText(HKEY_CURRENT_USER, key.c_str(), Lc('n'), o))),
+        (KUSetRegText(hk, key.c_str(), Lc('n'), "y"), KUGetRegText(hk, key.c_str(), Lc('n'), o))),
     ROW(261, 1, KUSetRegGraphics(L('g', 260).c_str()) ? KUGetRegGraphics(o) : -1, L('g', 260)),
     ROW(261, 1, KUSetRegSharedMemory(L('s', 260).c_str()) ? KUGetRegSharedMemory(o) : -1, L('s', 260)),
-    ROW(0, kEither,
-        (KUSetRegText(HKEY_CURRENT_USER, kSettings, "HintNumber", Lc('9')), KUGetRegHintNumber(&id))),
-    ROW(0, 0, KUGetRegText(HKEY_CURRENT_USER, kSettings, "x", nullptr)),
+    ROW(0, kEither, (KUSetRegText(hk, kSettings, "HintNumber", Lc('9')), KUGetRegHintNumber(&id))),
+    ROW(0, 0, KUGetRegText(hk, kSettings, "x", nullptr)),
     // ---- info sheets, messages and the log ----
     ROW(261, 1, info.KISetLogFileName(Lc('l')) ? info.KIGetLogFileName(o) : -1, L('l', 260)),
     ROW(259, 1, info.KISetComment(Lc('c')) ? info.KIGetComment(o) : -1, L('c', 258)),
@@ -368,14 +340,10 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
     ROW(0, 1, info.KISetInfoMessage(42) == 1 && info.KIFlushInfoMessage(nullptr) == 1),
     ROW(0, 1, holds(log, "MESSAGE: " + L('f')) && holds(log, "MESSAGE: " + L('n'))),
     ROW(0, 0, info.KIWriteAllSheets(nullptr) + info.KIWriteSingleSheet(nullptr, nullptr)),
-    ROW(261, 1,
-        loaded.KILoadInfoSheets(sheets.c_str()) ? (loaded.KISetInfoMessage(1), loaded.KIGetInfoText(o)) : -1,
-        kAny),
+    ROW(0, 1, loaded.KILoadInfoSheets(sheets.c_str())),
+    ROW(261, 1, (loaded.KISetInfoMessage(1), loaded.KIGetInfoText(o)), kAny),
     ROW(261, 1, (loaded.KISetInfoMessage(3), loaded.KIGetInfoText(o)), L('u', 128)),
     ROW(129, 1, KULoadStringInitialise(sheets.c_str()) ? KULoadString(3, o, 129) : -1, L('u', 128)),
-    ROW(128, 1, KULoadString(3, o, 128), L('u', 127)),
-    ROW(4, 0, KULoadString(99, o, 4), ""),
-    ROW(1, 0, KULoadString(3, o, 0), kKeep),
     // ---- shell helpers and sound ----
     ROW(264, kEither, KUGetCommonStartMenuDir(nullptr, o)),
     ROW(264, kEither, KUGetUserStartupMenuDir(nullptr, o)),
@@ -390,10 +358,9 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
     ROW(0, 0, KULaunchKALDOTargetURL(nullptr, missing.c_str()) + KULaunchKALDOTargetURL(nullptr, nullptr)),
 #endif
     ROW(261, kEither, KUGetScreenSaverDirectory(o)),
-    ROW(0, 0, KUSetScreenSaver((missing + ".scr").c_str()) + KUIsScreenSaver((missing + ".scr").c_str())),
     ROW(0, 0,
-        KUDeleteScreenSaver((missing + ".scr").c_str()) + KUSetScreenSaver(nullptr) +
-            KUIsScreenSaver(nullptr)),
+        KUSetScreenSaver(scr.c_str()) + KUIsScreenSaver(scr.c_str()) + KUDeleteScreenSaver(scr.c_str())),
+    ROW(0, 0, KUSetScreenSaver(nullptr) + KUIsScreenSaver(nullptr)),
     ROW(128, 1, KUCheckForNT(&i, &n, &i, &i, o), kAny),
     ROW(0, 0, KUCheckForNT(&i, &n, &i, &i, nullptr)),
     ROW(0, 1, sound.SORequestSound(Lc('a'), 5) == 1 && sound.SORequestSound(Lc('b'), 1) == 1),
@@ -438,7 +405,7 @@ TEST_F(Overlong, EverySingleTextCallTakesLongTextsAndJunk) {
       T(0, 0, CKActionRow::ARGetEventTypeFromText(&i, t)), T(1, 0, table.DESetDelimitingFileTag(t)),
       T(0, 0, table.DEMatchAction(t, &(i = 0), &a)), T(0, 0, table.DEGetMoveType(&i, t)),
       T(0, 0, table.DELoadFromFile(t)), T(0, 0, table.DEStoreToFile(t)), T(0, 0, table.DEOpenTrace(t, 1)),
-      T(1, 0, recorder.IRSetFileName(t, 1)), T(0, 0, playBack(t)),
+      T(1, 0, recorder.IRSetFileName(t, 1)),
       T(1, 1, KUSetNormalisationVariables(t, t, t, t)), T(0, 0, KUIsKSLFileNormalised(t)),
       T(0, 1, KUConvertKSLToRelative(t)), T(0, 1, KUDeRelativiseKSL(t, "?KALDOKWQDIR?", Lc('x'))),
       T(0, 1, KUCopyKSLFileParts(t, to.c_str())), T(0, 1, KUConvertANBToRelative(t)),
@@ -453,8 +420,8 @@ TEST_F(Overlong, EverySingleTextCallTakesLongTextsAndJunk) {
       T(1, 1, info.KIFlushInfoMessage(t)), T(0, 0, sound.SOLoadBackgroundList(t, 1)),
       T(1, 1, sound.SORequestSound(t, 1)), T(1, 1, splash.SPSetText(t)), T(1, 1, splash.SPSetComment(t)),
       T(1, 1, splash.SPSetExtra(t)), T(1, 0, KUSetRegGraphics(t)), T(1, 0, KUSetRegSharedMemory(t)),
-      T(0, 0, KURegDeleteKey(t)), T(0, 0, KUIsRegKeyReadable(HKEY_CURRENT_USER, t)),
-      T(0, 0, KURegDeleteFirstSubSubKey(HKEY_CURRENT_USER, t)),
+      T(0, 0, KURegDeleteKey(t)), T(0, 0, KUIsRegKeyReadable(hk, t)),
+      T(0, 0, KURegDeleteFirstSubSubKey(hk, t)),
       T(kEither, 0, KUPath2ItemList(t, &items) == 1 ? KUFreeItemList(items) : 0)};
   // clang-format on
 #undef T
