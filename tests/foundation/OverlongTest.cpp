@@ -11,6 +11,8 @@
 #include <cfloat>
 #include <climits>
 #include <cmath>
+#include <cstdio>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -233,6 +235,10 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
     ROW(65, 1, rowField(&CKActionRow::ARSetRunState, &CKActionRow::ARGetRunState, o), L('t', 64)),
     ROW(65, 1, row.ARSetGrouping(Lc('g')) && rowCopy.ARCopyFrom(&row) ? rowCopy.ARGetGrouping(o) : -1,
         L('g', 64)),
+    ROW(3, 1, CKActionRow::ARGetTextForRowType(KAR_ROW_ON, o), "ON"),
+    ROW(9, 1, CKActionRow::ARGetTextForEventType(KAR_EVENT_DESELECT, o), "deselect"),
+    ROW(9, 1, CKActionRow::ARGetTextForActionType(KAR_ACTION_PLAYBACK, o), "PLAYBACK"),
+    ROW(11, 1, CKActionRow::ARGetTextForMotionType(KAR_MOTION_SHIFTRIGHT, o), "SHIFTRIGHT"),
     ROW(261, 1, recorder.IRSetFileName(Lc('f'), KIR_MODE_PLAY) ? recorder.IRGetFileName(o) : -1, L('f', 260)),
     ROW(261, 0, recorder.IRGetCommand(&i, &n, o), kKeep),
     // Long texts through a recording: each cut to its field, every line within the reader's.
@@ -456,54 +462,135 @@ TEST_F(Overlong, EverySingleTextCallTakesLongTextsAndJunk) {
 
 // Pointer arguments that carry no text: a null one is refused (0) and changes nothing.
 TEST_F(Overlong, NullPointersAreRefused) {
-  CKFootPrint fp;
-  fp.FPInitialise();
+  CKFootPrint fp, big, copy;
+  for (CKFootPrint* p : {&fp, &big, &copy}) p->FPInitialise();
   for (float x : {0.0f, 4.0f})
     for (float z : {x, 4.0f - x}) fp.FPAddVertex(x, 0.0f, z);
   ASSERT_TRUE(fp.FPUpdateVertexDependencies() == 1 && fp.FPSelectFirstEdge() == 1);
-  const _D3DVECTOR v = {1, 0, 1}, inside = {2, 0, 2}, outside = {9, 0, 2};
-  _D3DVECTOR out = {};
+  const _D3DVECTOR v = {1, 0, 1}, inside = {2, 0, 2}, outside = {9, 0, 2}, centre = {0, 0, 0},
+                   away = {80, 0, 0};
+  _D3DVECTOR out = {9, 9, 9};
   _D3DRMBOX box = {};
   tagKLineEquation line = {};
   tagKPlaneEquation plane = {};
-  float f = 0;
+  tagKFMATRIX m = {};
+  tagKFQUATERN q = {1, 0, 0, 0};
+  _D3DRMVECTOR4D v4 = {};
+  const double dv[3] = {1, 2, 3};
+  double d = 9;
+  float f = 9;
   int count = 0;
+  CKTrans trans;
+  CKArrange arrange;
+  CKMarkerList marks;
+  tagMarkerItem* found = nullptr;
+  trans.KTInitialise();
+  arrange.CAInitialise();
+  marks.MLInitialise();
   // clang-format off
-#define N(call) std::pair<const char*, std::function<int()>>{#call, [&] { return fp.call; }}
+#define N(call) std::pair<const char*, std::function<int()>>{#call, [&] { return call; }}
   const std::pair<const char*, std::function<int()>> calls[] = {
-      N(FPGetType(nullptr)), N(FPSetCentreOfGravity(nullptr)), N(FPGetCentreOfGravity(nullptr)),
-      N(FPCalcCentreOfGravity(nullptr)), N(FPGetExternalVertex(nullptr)), N(FPSetExternalVertex(nullptr)),
-      N(FPGetClearance(nullptr, &f)), N(FPGetBox(nullptr)), N(FPSetBox(nullptr, 1.0f, 1.0f, 1.0f)),
-      N(FPSetBox(&box, nullptr)), N(FPCopyBox(nullptr, &box)), N(FPCopyBox(&box, nullptr)),
-      N(FPUpdate3DBoxFromVertex(nullptr)), N(FPUpdate3DBoxFromBox(nullptr, &box)),
-      N(FPUpdate3DBoxFromBox(&box, nullptr)), N(FPCopyFrom(nullptr)), N(FPAddVertex(nullptr)),
-      N(FPGetEdgeFromVector(nullptr)), N(FPUpdateEdgeFromVector(nullptr)), N(FPGetEdgeToVector(nullptr)),
-      N(FPGetThisEdgeResist(nullptr)), N(FPGetThisEdgeSectorAccess(nullptr)),
-      N(FPGetThisEdgeItemAccess(nullptr)), N(FPGetThisEdgeProperty(nullptr)),
-      N(FPGetThisEdgeLineEquation(nullptr)), N(FPGetVertexCount(nullptr)),
-      N(FPMakeLineEquation(nullptr, &v, &v)), N(FPMakeLineEquation(&line, nullptr, &v)),
-      N(FPCopyLineEquation(nullptr, &line)), N(FPCopyLineEquation(&line, nullptr)), N(FPTranslate(nullptr)),
-      N(FPInitPlaneEquation(nullptr)), N(FPGetPlaneEquation(nullptr)),
-      N(FPMakePlaneEquation(nullptr, &v, &v, &v)), N(FPCopyPlaneEquation(nullptr, &plane)),
-      N(FPMakePlaneEquation(&plane, &v, nullptr, &v)), N(FPMakePlaneEquation(&plane, &v, &v, &v, nullptr)),
-      N(FPSolvePlaneEquation(nullptr, &v, &out)), N(FPSolvePlaneEquationBroadly(&plane, &v, nullptr)),
-      N(FPGetConstYVector(nullptr, &v, &out)), N(FPGetClearance(nullptr, &v, &out, &out, 0, 0)),
-      N(FPGetClearance(&v, &v, nullptr, &out, 0, 1)), N(FPGetFaceClearance(&v, nullptr, &out, &out, 1)),
-      N(FPGetLineIntersection(nullptr, &line)), N(FPIsBoundaryCrossed(nullptr, &v)),
-      N(FPIsBoundaryCrossed(&v, nullptr)), N(FPIsBoundaryCrossedNoMargin(&v, nullptr)),
-      N(FPDoLinesCross(&v, &v, &v, nullptr)), N(FPDoLinesCross(nullptr, &v, &v)),
-      N(FPDoLinesCross(&line, nullptr)), N(FPGetCrossingPoint(nullptr)), N(FPGetCoincidenceKind(nullptr)),
-      N(FPIsPointInside(nullptr)), N(FPPointsAreOnTheSameSide(nullptr, &v)),
-      N(FPAdjustTranslation(&v, &v, nullptr)), N(FPAdjustTranslation(nullptr, &v, &out)),
-      N(FPUpdateYFromSelectedEdgeCrossing(nullptr)), N(FPDistanceToEdge(&v, &v, &v, &v, nullptr)),
-      N(FPBoxBoundaryCrossingExclusive(&v, nullptr, &box)), N(FPSelectCoincidentEdge(nullptr, &v)),
-      N(FPBoxBoundaryCrossingInclusive(&v, &v, nullptr)), N(FPGetEdgeSampleDistance(nullptr, &f)),
-      N(FPGetEdgeSampleDistance(&v, nullptr)), N(FPInitVertex(nullptr))};
+      N(fp.FPGetType(nullptr)), N(fp.FPSetCentreOfGravity(nullptr)), N(fp.FPGetCentreOfGravity(nullptr)),
+      N(fp.FPCalcCentreOfGravity(nullptr)), N(fp.FPGetExternalVertex(nullptr)),
+      N(fp.FPSetExternalVertex(nullptr)), N(fp.FPGetClearance(nullptr, &f)), N(fp.FPGetBox(nullptr)),
+      N(fp.FPSetBox(nullptr, 1.0f, 1.0f, 1.0f)), N(fp.FPSetBox(&box, nullptr)),
+      N(fp.FPCopyBox(nullptr, &box)), N(fp.FPCopyBox(&box, nullptr)), N(fp.FPUpdate3DBoxFromVertex(nullptr)),
+      N(fp.FPUpdate3DBoxFromBox(nullptr, &box)), N(fp.FPUpdate3DBoxFromBox(&box, nullptr)),
+      N(fp.FPCopyFrom(nullptr)), N(fp.FPAddVertex(nullptr)), N(fp.FPGetEdgeFromVector(nullptr)),
+      N(fp.FPUpdateEdgeFromVector(nullptr)), N(fp.FPGetEdgeToVector(nullptr)),
+      N(fp.FPGetThisEdgeResist(nullptr)), N(fp.FPGetThisEdgeSectorAccess(nullptr)),
+      N(fp.FPGetThisEdgeItemAccess(nullptr)), N(fp.FPGetThisEdgeProperty(nullptr)),
+      N(fp.FPGetThisEdgeLineEquation(nullptr)), N(fp.FPGetVertexCount(nullptr)),
+      N(fp.FPMakeLineEquation(nullptr, &v, &v)), N(fp.FPMakeLineEquation(&line, nullptr, &v)),
+      N(fp.FPCopyLineEquation(nullptr, &line)), N(fp.FPCopyLineEquation(&line, nullptr)),
+      N(fp.FPTranslate(nullptr)), N(fp.FPInitPlaneEquation(nullptr)), N(fp.FPGetPlaneEquation(nullptr)),
+      N(fp.FPMakePlaneEquation(nullptr, &v, &v, &v)), N(fp.FPCopyPlaneEquation(nullptr, &plane)),
+      N(fp.FPMakePlaneEquation(&plane, &v, nullptr, &v)),
+      N(fp.FPMakePlaneEquation(&plane, &v, &v, &v, nullptr)), N(fp.FPSolvePlaneEquation(nullptr, &v, &out)),
+      N(fp.FPSolvePlaneEquationBroadly(&plane, &v, nullptr)), N(fp.FPGetConstYVector(nullptr, &v, &out)),
+      N(fp.FPGetClearance(nullptr, &v, &out, &out, 0, 0)), N(fp.FPGetClearance(&v, &v, nullptr, &out, 0, 1)),
+      N(fp.FPGetFaceClearance(&v, nullptr, &out, &out, 1)), N(fp.FPGetLineIntersection(nullptr, &line)),
+      N(fp.FPIsBoundaryCrossed(nullptr, &v)), N(fp.FPIsBoundaryCrossed(&v, nullptr)),
+      N(fp.FPIsBoundaryCrossedNoMargin(&v, nullptr)), N(fp.FPDoLinesCross(&v, &v, &v, nullptr)),
+      N(fp.FPDoLinesCross(nullptr, &v, &v)), N(fp.FPDoLinesCross(&line, nullptr)),
+      N(fp.FPGetCrossingPoint(nullptr)), N(fp.FPGetCoincidenceKind(nullptr)), N(fp.FPIsPointInside(nullptr)),
+      N(fp.FPPointsAreOnTheSameSide(nullptr, &v)), N(fp.FPAdjustTranslation(&v, &v, nullptr)),
+      N(fp.FPAdjustTranslation(nullptr, &v, &out)), N(fp.FPUpdateYFromSelectedEdgeCrossing(nullptr)),
+      N(fp.FPDistanceToEdge(&v, &v, &v, &v, nullptr)),
+      N(fp.FPBoxBoundaryCrossingExclusive(&v, nullptr, &box)), N(fp.FPSelectCoincidentEdge(nullptr, &v)),
+      N(fp.FPBoxBoundaryCrossingInclusive(&v, &v, nullptr)), N(fp.FPGetEdgeSampleDistance(nullptr, &f)),
+      N(fp.FPGetEdgeSampleDistance(&v, nullptr)), N(fp.FPInitVertex(nullptr)), N(KUModF(1.0f, nullptr)),
+      N(KUModD(1.0, nullptr)), N(KUVectorMagnitude(static_cast<const double*>(nullptr), &d)),
+      N(KUVectorMagnitude(&v, nullptr)), N(KUVectorDotProduct(dv, nullptr, &d)),
+      N(KUVectorDotProduct(&v, &v, nullptr)), N(KUVectorCrossProduct(dv, dv, nullptr)),
+      N(KUVectorCrossProduct(nullptr, &v, &out)), N(KUVectorNormalise(static_cast<double*>(nullptr))),
+      N(KUVectorNormalise(static_cast<_D3DVECTOR*>(nullptr))), N(KUVectorSubtract(&out, nullptr, &v)),
+      N(KUVectorAdd(nullptr, &v, &v)), N(KUVectorScale(&out, nullptr, 2.0f)),
+      N(KUMtxMultiplyVect(&v, nullptr, &out)), N(KUMtxMultiplyVectHomog(&v4, &m, nullptr)),
+      N(KUMtxMakeXRot(1.0, nullptr)), N(KUMtxMakeTranslate(nullptr, &m)),
+      N(KUMtxMakeFrustrumToView(nullptr, &m)), N(KUMtxMakeViewToFrustrum(&v, nullptr)),
+      N(KUQuatCreate(nullptr, &v, 1.0f)), N(KUQuatInverse(nullptr, &q)), N(KUQuatMultiply(&q, nullptr, &q)),
+      N(KUQuatNormalise(nullptr)), N(KUVectorRotate(nullptr, &v, &v, 1.0f)),
+      N(KUVectorRotateAgainstFrame(&out, nullptr, &v, &v, 1)),
+      N(KUVectorGetRotation(&v, nullptr, &out, &d, &count)), N(KUGetAngleBetweenVectors(&v, &v, nullptr)),
+      N(KUGetRotationalAngle(1.0f, 1.0f, nullptr)), N(KURotationalAdd(1.0, 1.0, nullptr)),
+      N(KUIsSameVector(nullptr, &v)), N(KUIsCoExtensive(&v, &v, nullptr, &v)),
+      N(KUGetNextPowerUp(5, nullptr)), N(trans.KTSetCameraOrientation(nullptr, &v)),
+      N(trans.KTSetAspectRatio(nullptr)), N(trans.KTGetFieldOfView(nullptr, &d, &f, &f, &d)),
+      N(trans.KTWorld2Screen(nullptr, &v)), N(trans.KTScreen2World(&out, nullptr)),
+      N(arrange.CAGetItemType(nullptr)), N(arrange.CAGetFirstPosition(&f, nullptr, &f)),
+      N(arrange.CASetFirstOrientation(nullptr, &v)), N(arrange.CAGetFirstOrientation(&out, nullptr)),
+      N(arrange.CAGetDeltaTranslation(&count, nullptr)), N(arrange.CAGetDColOrientation(nullptr, &f)),
+      N(marks.MLInitMarker(nullptr)), N(marks.MLCopyMarker(nullptr, nullptr)), N(marks.MLAddMarker(nullptr)),
+      N(marks.MLSelectFirstMarker(nullptr)), N(marks.MLFindMarkerByNumber(nullptr, 1)),
+      N(marks.MLUpdateSelectedMarker(nullptr, 0)), N(marks.MLGetNextIndexNumber(nullptr)),
+      N(marks.MLFindMarkerByName(&found, nullptr))};
 #undef N
   // clang-format on
   for (const auto& [what, call] : calls) EXPECT_EQ(0, call()) << what;
+  EXPECT_TRUE(out.x == 9 && d == 9 && f == 9);
+  EXPECT_EQ(1, marks.MLCreateListFromList(nullptr));
+  EXPECT_EQ(1, marks.MLSaveToFile(nullptr));  // no list: nothing to write
   EXPECT_TRUE(fp.FPGetVertexCount(&count) == 1 && count == 4);
   EXPECT_TRUE(fp.FPIsPointInside(&inside) == 1 && fp.FPIsPointInside(&outside) == 0);
+
+  // An outline of ten thousand vertices stays consistent through a copy.
+  for (int k = 0; k < 10000; ++k)
+    big.FPAddVertex(static_cast<float>(50 * std::cos(k * 6.2831853 / 10000)), 0.0f,
+                    static_cast<float>(50 * std::sin(k * 6.2831853 / 10000)));
+  ASSERT_EQ(1, big.FPUpdateVertexDependencies());
+  EXPECT_TRUE(big.FPIsPointInside(&centre) == 1 && big.FPIsPointInside(&away) == 0);
+  EXPECT_TRUE(copy.FPCopyFrom(&big) == 1 && copy.FPGetVertexCount(&count) == 1 && count == 20000);
+}
+
+// Marker names that fill their field without a terminator are copied, found, updated and saved
+// terminated and whole; a longer name finds nothing.
+TEST_F(Overlong, MarkerNamesFillingTheirFieldStayTerminated) {
+  CKMarkerList list;
+  list.MLInitialise();
+  tagMarkerItem full, copy, *found = nullptr;
+  list.MLInitMarker(&full);
+  std::memset(full.name, 'm', sizeof full.name);
+  auto name = [](const tagMarkerItem& x) {
+    return std::memchr(x.name, '\0', sizeof x.name) ? std::string(x.name) : "<unterminated>";
+  };
+  const std::string whole = L('m', KMARKER_NAME_SIZE - 1), path = m_dir.file("markers.txt");
+  ASSERT_EQ(1, list.MLCopyMarker(&copy, &full));
+  EXPECT_EQ(whole, name(copy));
+  ASSERT_EQ(1, list.MLAddMarker(&full));
+  EXPECT_EQ(
+      0, list.MLFindMarkerByName(&found, (whole + "m").c_str()) + list.MLFindMarkerByName(&found, Lc('m')));
+  ASSERT_EQ(1, list.MLFindMarkerByName(&found, whole.c_str()));
+  EXPECT_EQ(whole, name(*found));
+  std::memset(full.name, 'u', sizeof full.name);
+  ASSERT_EQ(1, list.MLSelectFirstMarker(&found) * list.MLUpdateSelectedMarker(&full, 1));
+  EXPECT_EQ(L('u', KMARKER_NAME_SIZE - 1), name(*found));
+  std::FILE* stream = std::fopen(path.c_str(), "w");
+  ASSERT_NE(nullptr, stream);
+  EXPECT_EQ(1, list.MLSaveToFile(stream));
+  std::fclose(stream);
+  EXPECT_EQ(0, list.MLSaveToFile(nullptr));
+  EXPECT_TRUE(holds(path, "\n[MKN][131]" + L('u', 131) + "\n"));
 }
 
 // Regression: the shape-file normalisers once cut texture names longer than a path buffer. A texture too
