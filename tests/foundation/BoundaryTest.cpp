@@ -28,45 +28,31 @@ using kutil::test::writeFile;
 
 // Every result is taken while allocation fails and checked afterwards, when
 // the test framework may allocate again.
-TEST(Boundary, TextAndFileCallsNeedNoMemory) {
-  TempDir dir;
-  const std::string log = dir.file("clip.log");
-  ASSERT_TRUE(writeFile(log, "one\ntwo\nthree\n"));
-  char segment[64];
-  int length = 0;
-  char inPlace[64] = "value";
+TEST(Boundary, TextFileAndGatherCallsNeedNoMemory) {
+  TempDir dir, to;
+  const std::string log = dir.file("clip.log"), source = dir.file("wall.bmp"), target = to.path() + "/";
+  ASSERT_TRUE(writeFile(log, "one\ntwo\nthree\n") && writeFile(source, "BM-picture"));
+  char segment[64], inPlace[64] = "value", newName[264] = "";
   char path[264] = "C:\\Program Files\\kaldo3d\\kaldo\\bin\\viewer.exe";
-  int made = 0, madeInPlace = 0, substituted = 0, clipped = 0;
+  int length = 0, made = 0, madeInPlace = 0, substituted = 0, clipped = 0, copied = 0;
   {
     AllocationFailure noMemory;
     made = KUMkLineSegment(segment, "[TX]", "hello", &length);
     madeInPlace = KUMkLineSegment(inPlace, "[TX]", inPlace, nullptr);  // the value is the output
     substituted = KUSubstitute(path, "c:/program files/kaldo3d/kaldo", "?KALDOHOMEDIR?");
     clipped = KUClipFile(log.c_str(), 2, 3);
-  }
-  EXPECT_EQ(made, 1);
-  EXPECT_STREQ(segment, "[TX][5]hello");
-  EXPECT_EQ(length, 12);
-  EXPECT_EQ(madeInPlace, 1);
-  EXPECT_STREQ(inPlace, "[TX][5]value");
-  EXPECT_EQ(substituted, 1);
-  EXPECT_STREQ(path, "?KALDOHOMEDIR?\\bin\\viewer.exe");
-  EXPECT_EQ(clipped, 1);
-  EXPECT_EQ(readFile(log), "");
-}
-
-TEST(Boundary, GatheringAFileNeedsNoMemory) {
-  TempDir from, to;
-  const std::string source = from.file("wall.bmp");
-  ASSERT_TRUE(writeFile(source, "BM-picture"));
-  const std::string target = to.path() + "/";
-  char newName[264] = "";
-  int copied = 0;
-  {
-    AllocationFailure noMemory;
     copied = KUCopyToTarget(source.c_str(), target.c_str(), newName);
   }
-  EXPECT_EQ(copied, 1);
+  EXPECT_EQ(1, made);
+  EXPECT_STREQ(segment, "[TX][5]hello");
+  EXPECT_EQ(length, 12);
+  EXPECT_EQ(1, madeInPlace);
+  EXPECT_STREQ(inPlace, "[TX][5]value");
+  EXPECT_EQ(1, substituted);
+  EXPECT_STREQ(path, "?KALDOHOMEDIR?\\bin\\viewer.exe");
+  EXPECT_EQ(1, clipped);
+  EXPECT_EQ(readFile(log), "");
+  EXPECT_EQ(1, copied);
   EXPECT_EQ(std::string(newName), target + "wall.bmp");
   EXPECT_EQ(readFile(target + "wall.bmp"), "BM-picture");
 }
@@ -110,16 +96,13 @@ TEST(Boundary, InfoSheetsAndSettingsReportOutOfMemoryAndWorkAgainAfterwards) {
   }
   EXPECT_EQ(loaded, 0);
 #if defined(_WIN32)
-  // The Win32 registry allocates nothing of ours.
-  EXPECT_EQ(stored, 1);
-  EXPECT_EQ(read, 1);
-  EXPECT_EQ(resolution, 800);
+  const int settings = 1;  // the Win32 registry allocates nothing of ours
 #else
-  // The POSIX store keeps key paths in strings: out of memory it refuses both.
-  EXPECT_EQ(stored, 0);
-  EXPECT_EQ(read, 0);
-  EXPECT_EQ(resolution, -1);
+  const int settings = 0;  // the POSIX store keeps key paths in strings: out of memory it refuses both
 #endif
+  EXPECT_EQ(settings, stored);
+  EXPECT_EQ(settings, read);
+  EXPECT_EQ(settings ? 800 : -1, resolution);
 
   ASSERT_EQ(info.KILoadInfoSheets(sheets.c_str()), 1);
   EXPECT_STREQ(info.KIFetchStringForID(7), "Hello");
