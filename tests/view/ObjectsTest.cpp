@@ -90,18 +90,7 @@ TEST_F(ViewObjects, StockBehaviourTurnsOnceRoundOnSelectAndAsksForTheFileOnOpen)
   EXPECT_EQ((Lines{"open 1.0000 open", "PLAY 1.0000 ?KALDOKWQDIR?song.wav"}), run(*o, KAR_EVENT_OPEN, 2));
 }
 
-TEST_F(ViewObjects, BrokenFilesAreReportedAndFallBackToStock) {
-  writeFile(dir.file("bad.kvc"), "ON select PING \"fine\"\nON open MOVE SIDEWAYS BY 2\n");
-  writeFile(dir.file("bad.ksf"), "[VGEN]\n[SED]\n[SEX][6]1.0000\n[CMD][1]3\n[DES]\n[NEGV]\n");
-  auto o = make("bad.txt", "bad.ksf", "bad.kvc");
-  EXPECT_EQ((Lines{"114 " + dir.file("bad.ksf"), "113 " + dir.file("bad.kvc")}), shown());
-  EXPECT_EQ((Lines{"stock", "stock"}), (Lines{o->shapeSource, o->behaviourSource}));
-  EXPECT_FALSE(o->mesh.vertices.empty());
-  // The rows read before the failure are dropped with the file: select turns, as the stock does.
-  EXPECT_EQ((Lines{"TURNLEFT 0.2094 "}), run(*o, KAR_EVENT_SELECT, 1));
-}
-
-TEST_F(ViewObjects, ShapeFilesAreDrawnWithTheirReadableTexturesAndHugeSeedsByTheirSides) {
+TEST_F(ViewObjects, ShapeFilesAreDrawnWithTheirReadableTextures) {
   std::filesystem::copy_file(kutil::test::testDataPath("view/data/kinds/photo.bmp"), dir.file("wood.bmp"));
   writeFile(dir.file("box.ksf"),
             "[VGEN]\n[FPT][21]?KALDOKWQDIR?wood.bmp\n[BPT][21]?KALDOKWQDIR?none.bmp\n"
@@ -116,20 +105,6 @@ TEST_F(ViewObjects, ShapeFilesAreDrawnWithTheirReadableTexturesAndHugeSeedsByThe
             (std::vector<int>{m.count[kFrontGroup], m.count[kBackGroup], m.count[kSidesGroup]}));
   EXPECT_EQ((Lines{dir.file("wood.bmp"), ""}), (Lines{m.textures[kFrontGroup], m.textures[kBackGroup]}));
   EXPECT_EQ((Lines{"118 " + dir.file("none.bmp")}), shown());
-  // A seed too large to triangulate in time is drawn by its sides alone and reported.
-  std::string text = "[VGEN]\n";
-  for (int i = 0; i < 400; ++i) {
-    char block[128];
-    std::snprintf(block, sizeof(block), "[SED]\n[SEX][7]%+.4f\n[SEY][7]%+.4f\n[DES]\n", std::cos(i * 0.0157f),
-                  std::sin(i * 0.0157f));
-    text += block;
-  }
-  writeFile(dir.file("disc.ksf"), text + "[INS]\n[CMD][1]3\n[IMG][6]0.2000\n[SNI]\n[NEGV]\n");
-  auto disc = make("disc.ksf", "disc.ksf");
-  EXPECT_EQ(disc->shapeSource, dir.file("disc.ksf"));
-  EXPECT_EQ((std::vector<int>{0, 400 * 6}),
-            (std::vector<int>{disc->mesh.count[kFrontGroup], disc->mesh.count[kSidesGroup]}));
-  EXPECT_EQ((Lines{"118 " + dir.file("none.bmp"), "114 " + dir.file("disc.ksf")}), shown());
 }
 
 }  // namespace

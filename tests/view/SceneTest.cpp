@@ -76,11 +76,6 @@ TEST(ViewScene, ArrangementKeepsObjectsApartInsideTheRoomAndTheStartClear) {
         EXPECT_GE(std::hypot(p.x - layout.places[j].x, p.z - layout.places[j].z), kSpacing - 1e-4f);
       }
     }
-    if (count == 16) {  // four a row, centred on x = 0, an aisle after every two columns
-      EXPECT_NEAR(layout.places[1].x - layout.places[0].x, kSpacing, 1e-4f);
-      EXPECT_NEAR(layout.places[2].x - layout.places[1].x, kSpacing + 1.0f, 1e-4f);
-      EXPECT_NEAR(layout.places[0].x + layout.places[3].x, 0.0f, 1e-4f);
-    }
   }
 }
 

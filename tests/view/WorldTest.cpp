@@ -4,7 +4,6 @@
 
 #include <cmath>
 
-#include "Settings.h"
 #include "TestSupport.h"
 #include "World.h"
 
@@ -22,32 +21,10 @@ class ViewWorld : public ::testing::Test {
     world.frame(first);
     for (int i = 1; i < n; ++i) world.frame({});
   }
-  // An object as "selected commands heading", the heading within a turn.
-  std::string state(int i) {
-    const SceneObject& o = *world.objects()[i];
-    const float heading = std::remainder(o.heading, 6.2831853f);
-    char text[64];
-    std::snprintf(text, sizeof text, "%d %d %.3f", o.selected, o.commands,
-                  std::fabs(heading) < 5e-4f ? 0 : heading);
-    return text;
-  }
   Messages messages;
   World world{messages};
   TempDir dir;
 };
-
-TEST_F(ViewWorld, SelectingByNameRunsTheBehaviourDeselectsThePreviousAndUnknownNamesAreReportedOnce) {
-  world.load(KUTIL_VIEW_TEST_DATA "/select", nullptr);
-  frames(12, {{KAR_EVENT_SELECT, 0, "lamp.txt"}});  // five turns and a ping
-  // The lamp's deselect passes through its table with no command of its own; the other's stock
-  // behaviour turns once round in 30 steps.
-  frames(40, {{KAR_EVENT_SELECT, 0, "other.txt"}});
-  EXPECT_EQ((Lines{"0 6 -0.500", "1 30 0.000"}), (Lines{state(0), state(1)}));
-  EXPECT_EQ(world.selected(), 1);
-  frames(2, {{KAR_EVENT_OPEN, 0, "nothing.txt"}, {KAR_EVENT_OPEN, 0, "nothing.txt"}});
-  ASSERT_EQ(messages.shown().size(), 1u);
-  EXPECT_EQ(messages.shown()[0].id, kMsgFileNotFound);
-}
 
 TEST_F(ViewWorld, AnObjectIsNeverMovedOntoTheViewer) {
   writeFile(dir.file("crate.txt"), "x\n");
@@ -109,22 +86,6 @@ TEST(ViewRecording, WhatIsRecordedPlaysBackInOrder) {
   writeFile(dir.file("door.kvc"), "ON select PING \"mine\"\n");  // named by mistake: kept
   EXPECT_FALSE(recorder.open(dir.file("door.kvc")));
   EXPECT_EQ(kutil::test::readFile(dir.file("door.kvc")), "ON select PING \"mine\"\n");
-}
-
-TEST(ViewSettings, PlacesAreKeptPerSceneAndNonsenseSettingsAreIgnored) {
-  ASSERT_TRUE(savePosition("/rooms/a", {1.5f, 1.6f, -2.25f}, 0.5f));
-  ASSERT_TRUE(savePosition("/rooms/b", {-4.0f, 1.6f, 3.0f}, -1.0f));
-  _D3DVECTOR p{};
-  float heading = 0.0f;
-  ASSERT_TRUE(loadPosition("/rooms/a", &p, &heading));
-  EXPECT_EQ((std::vector<float>{1.5f, -2.25f, 0.5f}), (std::vector<float>{p.x, p.z, heading}));
-  EXPECT_FALSE(loadPosition("/rooms/c", &p, &heading));
-  Settings s, defaults;
-  s.width = 12, s.walkSpeed = 99.0f;  // too small a window, too fast a walk: the defaults stand
-  ASSERT_TRUE(saveSettings(s));
-  const Settings back = loadSettings();
-  EXPECT_EQ((std::vector<float>{float(defaults.width), float(defaults.height), defaults.walkSpeed}),
-            (std::vector<float>{float(back.width), float(back.height), back.walkSpeed}));
 }
 
 }  // namespace
