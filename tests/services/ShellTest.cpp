@@ -190,8 +190,6 @@ TEST_F(ShellFolders, FoldersOfTheFullLengthAreFoundAndLongerOnesAreNot) {
   EXPECT_EQ(data + "/kaldo3d/screensavers",
             folder([](HWND, char* out) { return KUGetScreenSaverDirectory(out); }));
   EXPECT_FALSE(fs::exists(m_dir.file("dd")));  // only the folders on the path are made
-  ScopedEnv longer("XDG_DATA_HOME", data + "d");
-  EXPECT_EQ("-", folder([](HWND, char* out) { return KUGetScreenSaverDirectory(out); }));
 }
 
 TEST_F(ShellFolders, WritePermissionProbesLeaveNothingBehind) {
@@ -242,14 +240,5 @@ TEST_F(Shell, FoldersComeFromTheShellAndTheProbeLeavesNoKey) {
     expectSelfInstallRefused(windows);
 }
 #endif
-
-TEST_F(Shell, SystemVersion) {
-  int isNT = -1, major = -1, minor = -1, build = -1;
-  char pack[128];
-  EXPECT_EQ(0, KUCheckForNT(nullptr, &major, &minor, &build, pack));
-  ASSERT_EQ(1, KUCheckForNT(&isNT, &major, &minor, &build, pack));
-  EXPECT_GT(major, 0);
-  EXPECT_EQ(1, isNT);  // every supported system is of the NT line
-}
 
 }  // namespace
