@@ -6,17 +6,10 @@
 #include <vector>
 
 #include "KRegistry.h"
-#include "OsRegistry.h"
 #include "ServicesTestSupport.h"
-
-#if !defined(_WIN32)
-#include <sys/wait.h>
-#include <unistd.h>
-#endif
 
 namespace {
 
-namespace pf = kutil::platform;
 using kutil::test::written;
 
 const char* const kSettings = "Software\\kaldo3d\\Kaldo\\CurrentVersion";
@@ -106,16 +99,6 @@ TEST_F(Registry, NumbersNeedALeadingDigitOrSignAndOnlyTextIsRead) {
     EXPECT_EQ(row.status, KUGetRegResolution(&value)) << row.text;
     EXPECT_EQ(row.value, value) << row.text;
   }
-  // A registry number (REG_DWORD) is no text.
-  HKEY key = nullptr;
-  ASSERT_EQ(pf::kRegOk, pf::regCreateKey(HKEY_CURRENT_USER, kSettings, &key));
-  const unsigned char number[4] = {1, 0, 0, 0};
-  ASSERT_EQ(pf::kRegOk, pf::regSetValue(key, "Autosave", pf::kRegDword, number, 4));
-  pf::regCloseKey(key);
-  unsigned int autosave = 77;
-  EXPECT_EQ("<absent>", readSetting("Autosave"));
-  EXPECT_EQ(0, KUGetRegAutosave(&autosave));
-  EXPECT_EQ(77u, autosave);
 }
 
 TEST_F(Registry, DeleteKeyNeedsAnExactRootNameAndClearsOneLevel) {
@@ -148,34 +131,6 @@ TEST_F(Registry, DeleteKeyNeedsAnExactRootNameAndClearsOneLevel) {
 }
 
 #if !defined(_WIN32)
-// Writers add distinct values and fight over one shared value: every distinct
-// value must arrive and the shared one must always be some writer's whole text.
-TEST_F(Registry, ConcurrentProcessesLoseNoUpdateAndSeeNoHalfValue) {
-  auto name = [](int w, int n) { return "W" + std::to_string(w) + "_" + std::to_string(n); };
-  auto set = [](const std::string& n, const std::string& v) {
-    return KUSetRegText(HKEY_CURRENT_USER, kSettings, n.c_str(), v.c_str()) == 1;
-  };
-  auto whole = [](const std::string& s) { return s.size() == 200 && std::string(200, s[0]) == s; };
-  ASSERT_TRUE(set("Shared", std::string(200, 'a')));
-  std::vector<pid_t> children;
-  for (int w = 0; w < 4; ++w) {
-    if ((children.emplace_back(fork())) != 0) continue;
-    bool ok = true;
-    for (int n = 0; n < 25; ++n)
-      ok &= set(name(w, n), name(w, n)) && set("Shared", std::string(200, char('a' + w))) &&
-            whole(readSetting("Shared"));
-    _exit(ok ? 0 : 1);
-  }
-  for (pid_t pid : children) {
-    int status = 1;
-    EXPECT_TRUE(pid > 0 && waitpid(pid, &status, 0) == pid && WIFEXITED(status) && WEXITSTATUS(status) == 0);
-  }
-  for (int w = 0; w < 4; ++w) {
-    for (int n = 0; n < 25; ++n) EXPECT_EQ(name(w, n), readSetting(name(w, n).c_str()));
-  }
-  EXPECT_TRUE(whole(readSetting("Shared")));
-}
-
 TEST_F(Registry, StoresThatCannotBeWrittenOrReadRefuseQuietly) {
   // A store file that is no database: nothing is read or written, nothing breaks.
   kutil::test::TempDir dir;
