@@ -74,18 +74,7 @@ TEST(KaldoInfoSheets, LoadSkipsIncompleteLinesCutsLongOnesAndSaveRoundTrips) {
   ASSERT_EQ(1, reread.KISaveFile(dir.file("again.kiq").c_str()));
   EXPECT_EQ(saved, readText(dir.file("again.kiq")));
   EXPECT_EQ("4000000000 ", allSheets(reread).back());
-  // A sheet made aside is in no list.
-  CInfoSheet* loose = nullptr;
-  ASSERT_EQ(1, info.KICreateInfoSheet("loose", 78, &loose));
-  EXPECT_EQ(nullptr, info.KIFetchStringForID(78));
-  FILE* out = std::fopen(dir.file("one.kiq").c_str(), "w");
-  EXPECT_EQ(1, info.KIWriteSingleSheet(out, loose));
-  std::fclose(out);
-  EXPECT_EQ("[iid][2]78[itx][5]loose\n", readText(dir.file("one.kiq")));
-  delete loose;
 }
-
-Lines g_shown;
 
 TEST(KaldoInfoFields, GettersWriteExactlyTheTextAndItsTerminator) {
   CKaldoInfo info;
@@ -107,25 +96,15 @@ TEST(KaldoInfoFields, GettersWriteExactlyTheTextAndItsTerminator) {
   EXPECT_EQ(2, info.KISetComment("") + info.KISetInfoType(0));  // and logging off again
   EXPECT_EQ("0 -", text(&CKaldoInfo::KIGetComment));
 
-  // Lookups take the first sheet of an id; the by-value form leaves the caller's string alone.
+  // Lookups take the first sheet of an id.
   EXPECT_EQ(0, info.KISetInfoText("nothing to replace"));
   EXPECT_EQ(2, info.KINewInfoSheet("first", 3) + info.KINewInfoSheet("second", 3));
   EXPECT_EQ("1 first", text(&CKaldoInfo::KIGetInfoText));
-  std::string caller = "mine";
-  EXPECT_EQ(1, info.KIGetInfoText(caller));
-  EXPECT_EQ("mine", caller);
   EXPECT_EQ(1, info.KISetInfoText("replaced"));
   EXPECT_STREQ("replaced", info.KIFetchStringForID(3));
-  KUSetMessageSink(
-      [](const char* caption, const char* text) { g_shown.push_back(std::string(caption) + ": " + text); });
-  EXPECT_EQ(0, info.KIDisplayInfo());  // deliberately 0
   EXPECT_EQ(nullptr, info.KIFetchStringForID(77));
   EXPECT_EQ((Ints{0, 0, 1, 77}),
             (Ints{info.KIGetInfoText(std::string()), info.KIDisplayInfo(), info.KIGetInfoMessage(&id), id}));
-  EXPECT_EQ(1, KUSetMessageSink(nullptr));
-  EXPECT_EQ((Lines{"KALDO Message: replaced",
-                   "KALDO Message: An error has been detected for which there is no message"}),
-            g_shown);
 }
 
 class KaldoInfoLog : public ::testing::Test {
@@ -164,10 +143,6 @@ TEST_F(KaldoInfoLog, EntryHasStampMessageAndAlignedComment) {
     expected.insert(expected.end(), rest.begin(), rest.end());
   }
   EXPECT_EQ(expected, lines);
-  // Without a log file name nothing is logged, not even a flush.
-  m_info.KISetLogFileName("");
-  EXPECT_EQ((Ints{0, 1}), (Ints{m_info.KISetInfoMessage(112), m_info.KIFlushInfoMessage("x")}));
-  EXPECT_EQ(20u, readLines(m_log).size());
 }
 
 TEST_F(KaldoInfoLog, LogOverAThousandLinesIsClippedBeforeTheEntry) {
@@ -194,10 +169,6 @@ TEST_F(KaldoInfoLog, OnlyStepsBackwardAreLogged) {
   EXPECT_EQ((Lines{"1 112 0", "1 113 0", "1 114 0", "0 114 0", "1 113 6", "1 112 12", "0 112 12"}),
             (Lines{step(first), step(next), step(next), step(next), step(back), step(back), step(back)}));
   EXPECT_EQ("MESSAGE: Second", readLines(m_log).at(3));
-  // An id in no sheet steps back to the last sheet, and forward nowhere.
-  m_info.KISetInfoType(0);
-  m_info.KISetInfoMessage(500);
-  EXPECT_EQ((Lines{"0 500 12", "1 114 12"}), (Lines{step(next), step(back)}));
   CKaldoInfo empty;
   EXPECT_EQ(0, empty.KISetToFirst() + empty.KISetToNext() + empty.KISetToPrevious());
 }
@@ -213,8 +184,6 @@ TEST_F(KaldoInfoLog, ConfigForLanguageAppendsAndSwitchesLoggingOff) {
   EXPECT_EQ((Ints{1, 0, 0, 0}), (Ints{m_info.KIGetInfoType(&type), type, m_info.KIGetLogFileName(name),
                                       m_info.KISetInfoMessage(112)}));
   EXPECT_FALSE(fileExists(m_log));
-  m_info.KISetComment("");
-  EXPECT_EQ(0, m_info.KIConfigForLanguage(m_dir.file("de.kiq").c_str()));
 }
 
 TEST(StringTable, LooksUpIdsAndKeepsWithinTheBuffer) {
@@ -246,19 +215,18 @@ TEST(ErrorMapping, WindowsErrorsAndTheDirectXTableRowByRow) {
   // Every facility code not in the table, and anything else, is unknown.
   for (uint32_t code = 0x88760000u; code <= 0x88760400u; ++code) {
     const auto row = table.find(code);
-    EXPECT_EQ(row == table.end() ? 930 : row->second, KUdxrval2kwinfo(hr(code))) << std::hex << code;
-  }
-  for (const auto& [code, id] : table) {
     // Where long is wider than 32 bits the unextended form maps the same.
+    const long id = row == table.end() ? 930 : row->second;
     EXPECT_EQ((Ints{id, id}),
               (Ints{KUdxrval2kwinfo(hr(code)), KUdxrval2kwinfo(long(static_cast<unsigned long>(code)))}))
         << std::hex << code;
   }
   CKaldoInfo info;
   EXPECT_EQ(
-      (Ints{930, 930, 930, 930, 800, 801}),
+      (Ints{930, 930, 930, 930, 884, 813, 800, 801}),
       (Ints{KUdxrval2kwinfo(1), KUdxrval2kwinfo(0x7FFFFFFF), KUdxrval2kwinfo(-1),
-            KUdxrval2kwinfo(hr(0x80004002)), KUdxrval2kwinfo(0), info.KIdxrval2kwinfo(hr(0x88760005))}));
+            KUdxrval2kwinfo(hr(0x80004002)), KUdxrval2kwinfo(hr(0x80004001)), KUdxrval2kwinfo(hr(0x80004005)),
+            KUdxrval2kwinfo(0), info.KIdxrval2kwinfo(hr(0x88760005))}));
 }
 
 }  // namespace

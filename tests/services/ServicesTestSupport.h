@@ -1,33 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
-// A private registry for each test, scoped environment variables, and what a
-// text getter wrote into a marked buffer.
+// A private registry for each test and what a text getter wrote into a marked
+// buffer.
 #pragma once
-#include <cstdlib>
 #include <cstring>
-#include <optional>
 #include <string>
 
 #include "KRegistry.h"
+#include "Overlong.h"
 #include "TestSupport.h"
 
 namespace kutil::test {
 
 #if !defined(_WIN32)
-/// Sets an environment variable for the life of the object.
-class ScopedEnv {
- public:
-  ScopedEnv(const char* name, const std::string& value) : m_name(name) {
-    if (const char* old = std::getenv(name)) m_old = old;
-    setenv(name, value.c_str(), 1);
-  }
-  ~ScopedEnv() { m_old ? setenv(m_name.c_str(), m_old->c_str(), 1) : unsetenv(m_name.c_str()); }
-
- private:
-  std::string m_name;
-  std::optional<std::string> m_old;
-};
-
 /// On POSIX a store folder of the test's own.
 class RegistrySandbox {
   TempDir m_dir;
