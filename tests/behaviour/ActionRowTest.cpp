@@ -14,7 +14,6 @@ namespace {
 
 TEST(CKActionRow, NewRowReportsNothingSetAndGettersAnswerExactly) {
   CKActionRow row;
-  EXPECT_EQ(kutil::test::describe(row), "-1/0/-1/0/-1/0/0/idle///");
   int value = 99;
   char text[KAR_TEXTDATA_LEN + 1] = "untouched";
   float magnitude = 0;
