@@ -37,7 +37,6 @@ TEST(CKVGenExtrude, EachInstructionCarriesThePlaneInThePreviousPlanesFrame) {
       {INSTR_HINGE_TOP, q, {vec(0, 2, 2), vec(2, 2, 2), vec(2, 2, 0), vec(0, 2, 0)}, vec(0, 1, 0)},
       {INSTR_HINGE_BOTTOM, q, {vec(0, 0, 0), vec(2, 0, 0), vec(2, 0, 2), vec(0, 0, 2)}, vec(0, -1, 0)},
       {9, q, square(), vec(0, 0, 1)},  // unknown codes copy the plane
-      {-1, q, square(), vec(0, 0, 1)},
   };
   const _D3DVECTOR up = vec(0, 1, 0);
   for (const auto& c : cases) {
