@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "KNormalise.h"
-#include "KText.h"
 #include "VGenTestSupport.h"
 
 using namespace kutil::test;
@@ -28,21 +27,6 @@ Ints counts(CKVGen& g) {
   return {n[0], n[1]};
 }
 
-void saveShape(const std::string& path, const std::string& front, const std::string& wrap) {
-  Gen gen({vec(0, 0, 0), vec(1, 0, 0), vec(1, 1, 0)});
-  gen->KVSetFrontPlaneTexture(front.c_str());
-  gen->KVSetWrapSurfaceTexture(wrap.c_str());
-  ASSERT_EQ(gen->KVSave(path.c_str()), 1);
-}
-
-Lines textures(const std::string& path) {
-  Gen gen;
-  char front[300] = "", wrap[300] = "";
-  EXPECT_EQ(gen->KVRestore(path.c_str()), 1);
-  gen->KVGetFrontPlaneTexture(front);
-  gen->KVGetWrapSurfaceTexture(wrap);
-  return {front, wrap};
-}
 }  // namespace
 
 TEST(CKVGenFile, SavedLinesAreExact) {
@@ -101,7 +85,6 @@ TEST(CKVGenFile, ReaderStatesDecideWhatIsKept) {
     std::string text;
     int status, seeds, instructions;
   } rows[] = {
-      {"empty file has no seed", "", 0, 0, 0},
       {"header only", header + "[NEGV]\n", 0, 0, 0},
       {"marks unchecked", kThreeSeeds, 1, 3, 0},
       {"noise around marks", "garbage\n[VGEN]\n" + kThreeSeeds + "[NEGV]\n[VGEN]\nmore\n", 1, 3, 0},
@@ -155,28 +138,29 @@ TEST(CKVGenFile, BlocksStartFromTheirDefaultsAndBadValuesReadAsTheyCan) {
              0.0f);  // [SEX] outside a block is skipped
 }
 
-TEST(KUKSFNormalise, ConvertPutsContentTexturesBesideTheShapeAndGatheringCopiesThem) {
+TEST(KUKSFNormalise, ConvertPutsContentTexturesBesideTheShapeAndAFailedGatherSavesNothing) {
   TempDir dir, target;
-  const std::string path = dir.file("shape.ksf"), texture = dir.file("front.bmp"),
-                    wrap = dir.file("wrap.bmp");
-  saveShape(path, texture, "C:\\Program Files\\kaldo3d\\kaldo\\w.exe");
-  EXPECT_EQ((Ints{KUIsKSFFileNormalised(path.c_str()), KUConvertKSFToRelative(path.c_str())}), (Ints{0, 1}));
-  EXPECT_EQ(textures(path), (Lines{"?KALDOKWQDIR?front.bmp", "?KALDOHOMEDIR?\\w.exe"}));
-  char comment[264];
-  EXPECT_EQ((Ints{KUGetComment(comment), KUIsKSFFileNormalised(path.c_str())}), (Ints{1, 1}));
-  EXPECT_EQ(comment, path);
-  saveShape(path, texture, "?WINDOWSDIR?\\wrap.bmp");  // one variablised texture is enough
-  const std::string missing = dir.file("absent.ksf");
-  EXPECT_EQ((Ints{KUIsKSFFileNormalised(path.c_str()), KUConvertKSFToRelative("?KALDOKWQDIR?shape.ksf"),
-                  KUConvertKSFToRelative(""), KUConvertKSFToRelative(missing.c_str()),
-                  KUIsKSFFileNormalised(missing.c_str()), KUIsKSFFileNormalised("")}),
-            (Ints{1, 1, 1, 0, 0, 0}));
-
-  const std::string to = target.path() + "/";
-  saveShape(path, dir.file("gone.bmp"), wrap);  // the first failure stops before anything is saved
+  const std::string path = dir.file("shape.ksf"), missing = dir.file("absent.ksf"), to = target.path() + "/";
+  Gen gen(square());
+  gen->KVSetFrontPlaneTexture(dir.file("front.bmp").c_str());
+  gen->KVSetWrapSurfaceTexture("C:\\Program Files\\kaldo3d\\kaldo\\w.exe");
+  ASSERT_EQ(gen->KVSave(path.c_str()), 1);
+  EXPECT_EQ((Ints{KUIsKSFFileNormalised(path.c_str()), KUConvertKSFToRelative(path.c_str()),
+                  KUIsKSFFileNormalised(path.c_str()), gen->KVRestore(path.c_str())}),
+            (Ints{0, 1, 1, 1}));
+  char front[300] = "", wrap[300] = "";
+  gen->KVGetFrontPlaneTexture(front);
+  gen->KVGetWrapSurfaceTexture(wrap);
+  EXPECT_EQ((Lines{front, wrap}), (Lines{"?KALDOKWQDIR?front.bmp", "?KALDOHOMEDIR?\\w.exe"}));
+  EXPECT_EQ((Ints{KUConvertKSFToRelative("?KALDOKWQDIR?shape.ksf"), KUConvertKSFToRelative(""),
+                  KUConvertKSFToRelative(missing.c_str()), KUIsKSFFileNormalised(missing.c_str()),
+                  KUIsKSFFileNormalised("")}),
+            (Ints{1, 1, 0, 0, 0}));
+  gen->KVSetFrontPlaneTexture(dir.file("gone.bmp").c_str());
+  ASSERT_EQ(gen->KVSave(path.c_str()), 1);
   const std::string unsaved = readFile(path);
   EXPECT_EQ((Ints{KUCopyKSFFileParts(path.c_str(), to.c_str()), KUCopyKSFFileParts("", "x"),
                   KUCopyKSFFileParts(missing.c_str(), to.c_str())}),
             (Ints{0, 1, 0}));
-  EXPECT_EQ(readFile(path), unsaved);
+  EXPECT_EQ(readFile(path), unsaved);  // a texture that cannot be gathered fails before the save
 }
