@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KUtil developers
 // SPDX-License-Identifier: MIT
-// Out of memory inside the behaviour and shape calls: each reports its failure status (or, no
+// Out of memory inside the behaviour and normaliser calls: each reports its failure status (or, no
 // longer allocating, succeeds), none throws or touches its files, and all work again afterwards.
 #include <gtest/gtest.h>
 
@@ -8,10 +8,8 @@
 
 #include "Allocation.h"
 #include "DecideTestSupport.h"
-#include "KDecide.h"
 #include "KNormalise.h"
 #include "KVGen.h"
-#include "TestSupport.h"
 
 namespace {
 
@@ -50,31 +48,11 @@ TEST(Boundary, NormalisersFailWholeWithoutMemory) {
     results[4] = KUDeRelativiseKSF(f.dir.path().c_str(), f.shape.c_str());
   }
   CKDecide table;
-  table.DEInitialise();
   EXPECT_EQ(kutil::test::seq(
                 {results[0], results[1], results[2], results[3], results[4], readFile(f.behaviour) == kvc,
                  readFile(f.shape) == ksf, KUConvertKCVToRelative(f.behaviour.c_str()),
                  KUConvertKSFToRelative(f.shape.c_str()), table.DELoadFromFile(f.behaviour.c_str())}),
             "0 0 0 0 0 1 1 1 1 1");
-}
-
-TEST(Boundary, ShapeCallsFailOrNeedNoMemory) {
-  Files f;
-  const std::string copy = f.dir.file("copy.ksf");
-  CKVGen gen;
-  gen.KVInitialise();
-  int restored = -1, tessellated = -1, saved = -1;
-  {
-    AllocationFailure noMemory;
-    restored = gen.KVRestore(f.shape.c_str());
-    tessellated = f.square.KVTesselateSeedPlane();
-    saved = f.square.KVSave(copy.c_str());  // the tagged lines are written without allocating
-  }
-  int a = 0, b = 0, c = 0;
-  EXPECT_EQ(kutil::test::seq({restored, tessellated, f.square.KVGetFirstTesselatedTriangle(&a, &b, &c), saved,
-                              readFile(copy) == readFile(f.shape), gen.KVRestore(f.shape.c_str()),
-                              gen.KVTesselateSeedPlane(), f.square.KVTesselateSeedPlane()}),
-            "0 0 0 1 1 1 1 1");
 }
 
 TEST(Boundary, BehaviourCallsFailWithoutMemoryAndWorkAfterwards) {

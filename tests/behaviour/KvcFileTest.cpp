@@ -122,7 +122,6 @@ TEST(CKDecideFile, WriterTextAndRoundTrip) {
       1);
   const std::string first = dir.file("first.kvc"), second = dir.file("second.kvc");
   ASSERT_EQ(table.DEStoreToFile(first.c_str()), 1);
-  EXPECT_EQ(TableInternals::selectedRow(table), rowAt(table, rowCount(table) - 1));
   CKDecide again;
   EXPECT_EQ(seq({again.DELoadFromFile(first.c_str()), again.DEStoreToFile(second.c_str()), rowCount(again)}),
             "1 1 22");

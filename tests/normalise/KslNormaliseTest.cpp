@@ -34,7 +34,6 @@ TEST_F(SceneList, EachOperationRewritesNameLinesByItsOwnRules) {
        joinLines({"# scene list", "", "?KALDOHOMEDIR?\\viewer.exe", "?KALDOKWQDIR?hall.kwq"}), 1},
       {Convert, "", "/abs/a.kwq\n", "old one\nold two\n", 1,
        "old one\nold two\n" + joinLines({"?KALDOKWQDIR?a.kwq"}), 1},
-      {Convert, "", "", "", 1, "", 0},
       {DeRelativise, "?KALDOKWQDIR?", "# plain\r\n/abs/hall.kwq\r\n", "", 1, "# plain\r\n/abs/hall.kwq\r\n",
        0},
       {DeRelativise, "?OTHER?", "?KALDOKWQDIR?hall.kwq\r\n", "", 1, joinLines({"?KALDOKWQDIR?hall.kwq"}), 1},
@@ -42,7 +41,6 @@ TEST_F(SceneList, EachOperationRewritesNameLinesByItsOwnRules) {
        "?KALDOKWQDIR?hall.kwq\n# ?KALDOKWQDIR?kept.kwq\n?WINDOWSDIR?\\notepad.exe\n?OTHER?x\n", "", 1,
        joinLines({"/pkg/hall.kwq", "# ?KALDOKWQDIR?kept.kwq", "C:\\Windows\\notepad.exe", "?OTHER?x"}), 0},
       {DeRelativise, "?KALDOKWQDIR?", "", "", 0, "", 0},
-      {Copy, "", "", "", 1, "", 0},
       {Copy, "",
        "# list\n" + source + "hall.kwq\n" + source + "gone.kwq\n/bin/tool.exe\n?KALDOKWQDIR?v.kwq\n", "", 1,
        joinLines(

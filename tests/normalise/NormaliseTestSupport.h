@@ -22,9 +22,6 @@ inline const std::string kNl = "\n";
 inline const char kSep = '/';
 #endif
 
-/// The directory of a TempDir with its trailing separator, as the normalisers take it.
-inline std::string dirOf(const TempDir& dir) { return dir.path() + kSep; }
-
 /// A sub-directory path of a TempDir, created, with its trailing separator.
 std::string makeSubDir(const TempDir& dir, const std::string& name);
 

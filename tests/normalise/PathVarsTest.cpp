@@ -38,33 +38,23 @@ TEST_F(KUPathVars, ProgramsTakeTheMostSpecificDirectoryContentItsBareNameAndBoth
        "C:\\Program Files\\kaldo3d\\kaldo\\bin\\viewer.exe"},
       {"C:\\PROGRA~1\\KALDO3D\\KALDO\\x.dll", "?KALDOHOMEDIR?\\x.dll", "x", 1,
        "C:\\Program Files\\kaldo3d\\kaldo\\x.dll"},  // short forms are recognised, never produced
-      {"C:\\PROGRA~1\\tool.cpl", "?WINDOWSPROGDIR?\\tool.cpl", "x", 1, "C:\\Program Files\\tool.cpl"},
       {"C:\\Windows\\System\\shell32.dll", "?WINDOWSSYSDIR?\\shell32.dll", "x", 1,
        "C:\\Windows\\System\\shell32.dll"},
-      {"C:\\WINDOWS\\SYSTEM\\a.dll", "?WINDOWSSYSDIR?\\a.dll", "x", 1, "C:\\Windows\\System\\a.dll"},
       {"C:/WINDOWS/notepad.exe", "?WINDOWSDIR?/notepad.exe", "x", 1, "C:\\Windows/notepad.exe"},
-      {"C:\\Program Files\\Other\\desk.lnk", "?WINDOWSPROGDIR?\\Other\\desk.lnk", "x", 1,
-       "C:\\Program Files\\Other\\desk.lnk"},
       {"C:\\Windows\\README", "?WINDOWSDIR?\\README", "x", 1, "C:\\Windows\\README"},  // no ending: a program
       {"C:\\Program Files2\\x.exe", "?WINDOWSPROGDIR?2\\x.exe", "x", 1,
        "C:\\Program Files2\\x.exe"},  // a prefix
       {"E:\\tools\\app.exe", "E:\\tools\\app.exe", "x", 0, "E:\\tools\\app.exe"},
       {"E:\\pictures\\sky_fw.bmp", "?KALDOKWQDIR?sky_fw.bmp", "F:\\scenes\\a.kwq", 1,
        "F:\\scenes\\sky_fw.bmp"},
-      {"C:\\Windows\\media\\ding.wav", "?KALDOKWQDIR?ding.wav", "D:\\x\\y.kvc", 1, "D:\\x\\ding.wav"},
       {"/home/user/scenes/hall.KWQ", "?KALDOKWQDIR?hall.KWQ", "/pkg/list.ksl", 1, "/pkg/hall.KWQ"},
       {"bare.ico", "bare.ico", "x", 0, "bare.ico"},
       {"?KALDOHOMEDIR?\\a.bmp", "?KALDOHOMEDIR?\\a.bmp", "x", 1, "C:\\Program Files\\kaldo3d\\kaldo\\a.bmp"},
       {"?windowsdir?\\x.exe", "?windowsdir?\\x.exe", "x", 0,
        "?windowsdir?\\x.exe"},  // variables are case-sensitive
-      {" \t ", " \t ", "x", 0, " \t "},
       {"", "", "x", 0, ""},
   });
-  char text[264] = "?MYVAR?rest";
   EXPECT_EQ(KUIsVariablised("x?WINDOWSDIR?"), 0);
-  EXPECT_EQ(KUSubstitute4Variable(text, "?MYVAR?", "/data/"), 1);
-  EXPECT_STREQ(text, "/data/rest");
-  EXPECT_EQ(KUSubstitute4Variable(text, "?MYVAR?", "/data/"), 0);
 }
 
 TEST_F(KUPathVars, RealDirectoriesOfThisMachine) {

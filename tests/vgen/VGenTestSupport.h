@@ -80,10 +80,7 @@ inline void expectNear(const _D3DVECTOR& a, const _D3DVECTOR& b, float tol = 1e-
 
 inline void expectNear(const Points& a, const Points& b, float tol = 1e-4f) {
   ASSERT_EQ(a.size(), b.size());
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    SCOPED_TRACE(i);
-    expectNear(a[i], b[i], tol);
-  }
+  for (std::size_t i = 0; i < a.size(); ++i) expectNear(a[i], b[i], tol);
 }
 
 const int U = -99;    // what every output holds before the call
