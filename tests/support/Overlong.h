@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <string>
@@ -83,24 +82,5 @@ inline void checkCase(const BufferCase& c) {
   if (c.want == kTerminated && out.terminated()) got = kTerminated;
   EXPECT_EQ(c.want, got);
 }
-
-#if !defined(_WIN32)
-/// Sets an environment variable for as long as it lives.
-class ScopedEnv {
- public:
-  ScopedEnv(const char* name, const std::string& value) : m_name(name), m_had(std::getenv(name) != nullptr) {
-    if (m_had) m_old = std::getenv(name);
-    setenv(name, value.c_str(), 1);
-  }
-  ~ScopedEnv() { m_had ? setenv(m_name, m_old.c_str(), 1) : unsetenv(m_name); }
-  ScopedEnv(const ScopedEnv&) = delete;
-  ScopedEnv& operator=(const ScopedEnv&) = delete;
-
- private:
-  const char* m_name;
-  bool m_had;
-  std::string m_old;
-};
-#endif
 
 }  // namespace kutil::test
