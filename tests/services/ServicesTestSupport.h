@@ -7,7 +7,6 @@
 #include <string>
 
 #include "KRegistry.h"
-#include "Overlong.h"
 #include "TestSupport.h"
 
 namespace kutil::test {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 // Helpers shared by tests, benchmarks and fuzz targets.
 #pragma once
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -50,5 +51,24 @@ std::vector<Spelling> sameFileSpellings(const std::string& dir, const std::strin
 
 /// True when both names reach the same file (not merely equal content).
 bool sameFile(const std::string& a, const std::string& b);
+
+#if !defined(_WIN32)
+/// Sets an environment variable for as long as it lives.
+class ScopedEnv {
+ public:
+  ScopedEnv(const char* name, const std::string& value) : m_name(name), m_had(std::getenv(name) != nullptr) {
+    if (m_had) m_old = std::getenv(name);
+    setenv(name, value.c_str(), 1);
+  }
+  ~ScopedEnv() { m_had ? setenv(m_name, m_old.c_str(), 1) : unsetenv(m_name); }
+  ScopedEnv(const ScopedEnv&) = delete;
+  ScopedEnv& operator=(const ScopedEnv&) = delete;
+
+ private:
+  const char* m_name;
+  bool m_had;
+  std::string m_old;
+};
+#endif
 
 }  // namespace kutil::test
