@@ -156,10 +156,12 @@ TEST_F(CKDecideClock, MisuseChangesNothingAndNeverHangs) {
   EXPECT_EQ(TableInternals::selectedRow(b.table), rowAt(b.table, 2))
       << "the host's selection survives a tick";
 
-  // One FIFO as both input and output: the command passes through once per tick.
+  // One FIFO as both input and output: a tick takes one ring of commands (eight, four rounds of
+  // these two) and ends, leaving them in their order.
   Behaviour loop;
   loop.table.DEAttachOutputFIFO(&loop.in);
-  EXPECT_EQ(seq({loop.run(24), drain(loop.in)}), " 24:0.75:in/6@1,2,3");
+  loop.in.FIPushFIFOCommand(25, 1.0f);
+  EXPECT_EQ(seq({loop.run(24), drain(loop.in), loop.result}), " 25:1/0 24:0.75:in/6@1,2,3 1");
 }
 
 TEST_F(CKDecideClock, TraceRecordsRowsResetsAndTicks) {

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <string>
 
+#include "Allocation.h"
 #include "FootPrintTestSupport.h"
 
 using namespace kutil::test;
@@ -92,6 +93,20 @@ TEST(FootPrintBox, BoxCentreClearanceAndExternalVertex) {
   other.FPAddVertex(-5, 9, 7);
   ASSERT_EQ(seq({other.FPSet2DBoxFromVertices(), other.FPGetBox(&box)}), "1 1");
   EXPECT_EQ(seq({box->min, box->max}), "-5,-1,6 5,3,7");
+
+  // A box given whole, moved by an offset, is at once a full box; out of memory no vertex is added.
+  const _D3DRMBOX given = *box;
+  CKFootPrint fresh;
+  fresh.FPInitialise();
+  int added = 1, count = -1;
+  {
+    kutil::test::AllocationFailure noMemory;
+    added = fresh.FPAddVertex(1, 0, 1);
+  }
+  EXPECT_EQ(seq({fresh.FPSetBox(&given, 1, 2, 3), fresh.FPGetBox(&box), added, fresh.FPGetVertexCount(&count),
+                 count}),
+            "1 1 0 1 0");
+  EXPECT_EQ(seq({box->min, box->max}), "-4,1,9 6,5,10");
 }
 
 TEST(FootPrintPlane, KindsSolutionsAndConstantHeightVector) {

@@ -64,8 +64,8 @@ TEST_F(Gather, AnimationsGatherTheirFramesAndAFrameThatCannotBeGatheredFailsTheW
   writeFile(bitmap, "/abs/x.bmp\n");
   EXPECT_EQ((Ints{KUConvertANBToRelative(bitmap.c_str()), KUCopyANBFileParts(bitmap.c_str(), "/nowhere/"),
                   KUDeRelativiseANB(bitmap.c_str(), "?KALDOKWQDIR?", "/x/"),
-                  KUCopyANBFileParts(path.c_str(), "/n/")}),
-            (Ints{1, 1, 1, 0}));  // other names succeed untouched; a missing animation fails
+                  KUCopyANBFileParts(path.c_str(), "/n/"), KUCopyANBFileParts(path.c_str(), "")}),
+            (Ints{1, 1, 1, 0, 1}));  // other names and no target succeed untouched; a missing animation fails
   EXPECT_EQ(readFile(bitmap), "/abs/x.bmp\n");
   // A frame that cannot be gathered keeps its name and fails the whole.
   writeFile(content + "a.bmp", "a");

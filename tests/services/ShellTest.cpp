@@ -82,6 +82,10 @@ TEST_F(Shell, RunsReportThroughTheLastErrorAndItemListsNameRealPaths) {
 #else
   EXPECT_EQ("1 5", run("open", "/bin/true", nullptr, m_dir.path().c_str()));
 #endif
+  ITEMIDLIST* items = nullptr;
+  EXPECT_EQ((std::vector<int>{1, 1, 0}),
+            (std::vector<int>{KUPath2ItemList(m_dir.path().c_str(), &items), KUFreeItemList(items),
+                              KUPath2ItemList(m_dir.file("none").c_str(), &items)}));
 }
 
 #if !defined(_WIN32)

@@ -183,4 +183,14 @@ TEST_F(Splash, WindowModeFillsTheWindowsRectangleOrFailsWithoutOne) {
 #endif
 }
 
+#if !defined(_WIN32)
+// With no desktop to ask, the colours are the classic scheme's: teal desktop, navy highlight, grey face.
+TEST(SystemColours, AreTheClassicScheme) {
+  using kutil::platform::systemColour;
+  EXPECT_EQ((std::vector<COLORREF>{0x808000, 0xFFFFFF, 0, 0x800000, 0xFFFFFF, 0xC0C0C0}),
+            (std::vector<COLORREF>{systemColour(1), systemColour(5), systemColour(6), systemColour(13),
+                                   systemColour(14), systemColour(15)}));
+}
+#endif
+
 }  // namespace
