@@ -40,14 +40,6 @@ inline int loadText(CKDecide& table, const TempDir& dir, const std::string& text
   return table.DELoadFromFile(path.c_str());
 }
 
-/// A text file's content with the CRs that Windows text mode puts before each line feed removed.
-inline std::string readText(const std::string& path) {
-  std::string out;
-  for (char c : readFile(path))
-    if (c != '\r') out += c;
-  return out;
-}
-
 /// Every field of a row: "type/event/action/motion/clicks/iterations/magnitude/state/grouping/stack/text".
 inline std::string describe(const CKActionRow& r) {
   char text[1024];
@@ -70,27 +62,6 @@ inline std::string states(CKDecide& table) {
     if (stack == "empty") out += "-";
     if (stack.rfind("call.", 0) == 0) out += "(" + stack.substr(5) + ")";
   }
-  return out;
-}
-
-/// One value of a seq(): a number or a text.
-struct Shown {
-  std::string text;
-  Shown(int v) : text(std::to_string(v)) {}  // NOLINT: implicit on purpose
-  Shown(double v) {                          // NOLINT
-    char t[32];
-    std::snprintf(t, sizeof t, "%g", v);
-    text = t;
-  }
-  Shown(const char* t) : text(t ? t : "null") {}  // NOLINT
-  Shown(std::string t) : text(std::move(t)) {}    // NOLINT
-};
-
-/// The values blank-separated. A braced list is evaluated left to right, so calls and the outputs
-/// they write can be listed in the order they happen.
-inline std::string seq(std::initializer_list<Shown> values) {
-  std::string out;
-  for (const Shown& v : values) out += (&v == values.begin() ? "" : " ") + v.text;
   return out;
 }
 

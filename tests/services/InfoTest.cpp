@@ -16,18 +16,12 @@ namespace {
 
 using kutil::test::fileExists;
 using kutil::test::readLines;
+using kutil::test::readText;
 using kutil::test::TempDir;
 using kutil::test::writeFile;
 using kutil::test::written;
 using Lines = std::vector<std::string>;
 using Ints = std::vector<long long>;
-
-// Files are written in text mode: on Windows each line feed becomes CR LF.
-std::string readText(const std::string& path) {
-  std::string text = kutil::test::readFile(path);
-  text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
-  return text;
-}
 
 // Every sheet as "id text", walked with the id steps.
 Lines allSheets(CKaldoInfo& info) {

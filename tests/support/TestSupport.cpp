@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "TestSupport.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <filesystem>
@@ -33,6 +34,12 @@ std::string readFile(const std::string& path) {
   std::ostringstream ss;
   ss << in.rdbuf();
   return ss.str();
+}
+
+std::string readText(const std::string& path) {
+  std::string text = readFile(path);
+  text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+  return text;
 }
 
 std::vector<std::string> readLines(const std::string& path) {

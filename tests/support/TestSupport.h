@@ -2,8 +2,12 @@
 // SPDX-License-Identifier: MIT
 // Helpers shared by tests, benchmarks and fuzz targets.
 #pragma once
+#include <cmath>
+#include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kutil::test {
@@ -28,6 +32,8 @@ class TempDir {
 std::string readFile(const std::string& path);
 /// The file's lines without their line breaks.
 std::vector<std::string> readLines(const std::string& path);
+/// The whole content of a text file without the CRs that Windows text mode puts before line feeds.
+std::string readText(const std::string& path);
 /// Writes text to a file, replacing it; returns false on failure.
 bool writeFile(const std::string& path, const std::string& text);
 /// True when the file exists.
@@ -51,6 +57,31 @@ std::vector<Spelling> sameFileSpellings(const std::string& dir, const std::strin
 
 /// True when both names reach the same file (not merely equal content).
 bool sameFile(const std::string& a, const std::string& b);
+
+/// One value of a seq(): a number rounded to four decimals (so that rounding noise does not show), a
+/// vector (anything with x, y and z) as "x,y,z", or a text.
+struct Shown {
+  std::string text;
+  Shown(int v) : text(std::to_string(v)) {}       // NOLINT: implicit on purpose
+  Shown(double v) : text(number(v)) {}            // NOLINT
+  Shown(const char* t) : text(t ? t : "null") {}  // NOLINT
+  Shown(std::string t) : text(std::move(t)) {}    // NOLINT
+  template <typename V, typename = decltype(V::x + V::y + V::z)>
+  Shown(const V& v) : text(number(v.x) + "," + number(v.y) + "," + number(v.z)) {}  // NOLINT
+  static std::string number(double v) {
+    char t[32];
+    std::snprintf(t, sizeof t, "%g", std::round(v * 1e4) / 1e4 + 0.0);
+    return t;
+  }
+};
+
+/// The values blank-separated. A braced list is evaluated left to right, so calls and the outputs
+/// they write can be listed in the order they happen.
+inline std::string seq(std::initializer_list<Shown> values) {
+  std::string out;
+  for (const Shown& v : values) out += (&v == values.begin() ? "" : " ") + v.text;
+  return out;
+}
 
 #if !defined(_WIN32)
 /// Sets an environment variable for as long as it lives.
