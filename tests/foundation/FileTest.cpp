@@ -22,32 +22,27 @@ TEST(KUFileType, EndingsInTableOrderAndIconsByContent) {
   writeFile(dir.file("bm.ico"), "BM345678rest");
   writeFile(dir.file("short.ico"), "BM34567");  // 7 bytes: too short for a bitmap header
   writeFile(dir.file("real.ico"), std::string("\0\0\1\0\1\0\0\0", 8));
-  EXPECT_EQ(KUGetFileType(dir.file("bm.ico").c_str()), 3);
-  EXPECT_EQ(KUGetFileType(dir.file("short.ico").c_str()), 2);
-  EXPECT_EQ(KUGetFileType(dir.file("real.ico").c_str()), 2);
+  EXPECT_EQ(seq({KUGetFileType(dir.file("bm.ico").c_str()), KUGetFileType(dir.file("short.ico").c_str()),
+                 KUGetFileType(dir.file("real.ico").c_str())}),
+            "3 2 2");
 }
 
 TEST(KUFileType, EndingsSkyFacesAndDrives) {
-  EXPECT_EQ(KUFileHasEnding("a.bmp", "a.bmp"), 1);
-  EXPECT_EQ(KUFileHasEnding("bmp", ".bmp"), 0);
-  EXPECT_EQ(KUFileHasEnding("SKY_FW.BMP", "_fw.bmp"), 1);
-  EXPECT_EQ(KUFileHasSkyEnding("sky_DN.anb"), 1);
-  EXPECT_EQ(KUFileHasSkyEnding("sky_dn.ppm"), 0);
-  EXPECT_EQ(KUFileHasSkyEnding("skyfw.bmp"), 0);
-  EXPECT_EQ(KUIsADriveName("z:"), 1);
-  EXPECT_EQ(KUIsADriveName("C:\\"), 0);
-  EXPECT_EQ(KUIsADriveName("1:"), 0);
+  EXPECT_EQ(seq({KUFileHasEnding("a.bmp", "a.bmp"), KUFileHasEnding("bmp", ".bmp"),
+                 KUFileHasEnding("SKY_FW.BMP", "_fw.bmp"), KUFileHasSkyEnding("sky_DN.anb"),
+                 KUFileHasSkyEnding("sky_dn.ppm"), KUFileHasSkyEnding("skyfw.bmp"), KUIsADriveName("z:"),
+                 KUIsADriveName("C:\\"), KUIsADriveName("1:")}),
+            "1 0 1 1 0 0 1 0 0");
 }
 
 TEST(KUFileOps, TouchAppendAndCount) {
   TempDir dir;
   const std::string path = dir.file("log.txt");
-  EXPECT_EQ(KUIsFileReadable(path.c_str()), 0);
-  EXPECT_EQ(KUTouch(path.c_str()), 1);
-  EXPECT_EQ(KUIsFileReadable(dir.path().c_str()), 0);  // a directory is not a readable file
-  EXPECT_EQ(KUAppendLine(path.c_str(), "one\n"), 1);
-  EXPECT_EQ(KUAppendLine(path.c_str(), "two"), 1);
-  EXPECT_EQ(KUTouch(path.c_str()), 1);  // leaves content alone
+  // A directory is not a readable file; touching again leaves the content alone.
+  EXPECT_EQ(
+      seq({KUIsFileReadable(path.c_str()), KUTouch(path.c_str()), KUIsFileReadable(dir.path().c_str()),
+           KUAppendLine(path.c_str(), "one\n"), KUAppendLine(path.c_str(), "two"), KUTouch(path.c_str())}),
+      "0 1 0 1 1 1");
   EXPECT_EQ(readLines(path), (std::vector<std::string>{"one", "two"}));
   long count = -1;
   ASSERT_EQ(KUCountLinesInFile(path.c_str(), &count), 1);
@@ -78,14 +73,11 @@ TEST(KUPaths, PathFromFileAndImageComponents) {
   }
   char name[264] = "", extra[264] = "keep";
   int index = -1;
-  EXPECT_EQ(KUGetImageComponents("pic.bmp|3", name, &index, extra), 1);
-  EXPECT_STREQ(name, "pic.bmp");
-  EXPECT_EQ(index, 3);
-  EXPECT_STREQ(extra, "keep");
-  EXPECT_EQ(KUGetImageComponents("pic.bmp|x|more", name, &index, extra), 1);
-  EXPECT_EQ(index, 0);  // the conversion's result is not checked
-  EXPECT_STREQ(extra, "more");
-  EXPECT_EQ(KUGetImageComponents("pic.bmp|", name, &index, extra), 0);
+  // The index's conversion is not checked.
+  EXPECT_EQ(seq({KUGetImageComponents("pic.bmp|3", name, &index, extra), name, index, extra,
+                 KUGetImageComponents("pic.bmp|x|more", name, &index, extra), index, extra,
+                 KUGetImageComponents("pic.bmp|", name, &index, extra)}),
+            "1 pic.bmp 3 keep 1 0 more 0");
 }
 
 }  // namespace

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "KGenList.h"
+#include "TestSupport.h"
+
+using kutil::test::seq;
 
 namespace {
 
@@ -18,31 +21,22 @@ class CKGenListTest : public ::testing::Test {
   int a = 1, b = 2, c = 3;
 };
 
+// Pointers are shown as whether they are the expected one.
 TEST_F(CKGenListTest, WalkStaysOnTheTailAndFindMovesOrClearsTheCursor) {
-  void* object = &a;
-  EXPECT_EQ(list.GLSelectFirstObject(&object, nullptr), 0);
-  EXPECT_EQ(object, &a);
-  EXPECT_EQ(list.GLFind(&a), 0);
+  void *object = &a, *companion = &a;
+  int absent = 0;
+  EXPECT_EQ(seq({list.GLSelectFirstObject(&object, nullptr), object == &a, list.GLFind(&a)}), "0 1 0");
   list.GLAdd(&a, nullptr);
   list.GLAdd(&b, &c);
   list.GLAdd(&c, nullptr);
-  void* companion = &a;
-  ASSERT_EQ(list.GLSelectFirstObject(&object, &companion), 1);
-  EXPECT_EQ(companion, nullptr);
-  ASSERT_EQ(list.GLSelectNextObject(&object, &companion), 1);
-  EXPECT_EQ(object, &b);
-  EXPECT_EQ(companion, &c);
-  list.GLSelectNextObject(&object, nullptr);
-  EXPECT_EQ(list.GLSelectNextObject(&object, nullptr), 0);
-  EXPECT_EQ(current(), &c);  // the cursor stays on the tail
-
-  ASSERT_EQ(list.GLFind(&a), 1);
-  ASSERT_EQ(list.GLSelectNextObject(&object, nullptr), 1);
-  EXPECT_EQ(object, &b);
-  int absent = 0;
-  EXPECT_EQ(list.GLFind(&absent), 0);
-  EXPECT_EQ(current(), nullptr);
-  EXPECT_EQ(list.GLSelectNextObject(&object, nullptr), 0);
+  EXPECT_EQ(seq({list.GLSelectFirstObject(&object, &companion), companion == nullptr,
+                 list.GLSelectNextObject(&object, &companion), object == &b, companion == &c,
+                 list.GLSelectNextObject(&object, nullptr), list.GLSelectNextObject(&object, nullptr),
+                 current() == &c}),
+            "1 1 1 1 1 1 0 1");  // the cursor stays on the tail
+  EXPECT_EQ(seq({list.GLFind(&a), list.GLSelectNextObject(&object, nullptr), object == &b,
+                 list.GLFind(&absent), current() == nullptr, list.GLSelectNextObject(&object, nullptr)}),
+            "1 1 1 0 1 0");
 }
 
 TEST_F(CKGenListTest, RemoveTakesFirstDuplicateAndAlwaysClearsCursor) {
@@ -50,19 +44,14 @@ TEST_F(CKGenListTest, RemoveTakesFirstDuplicateAndAlwaysClearsCursor) {
   list.GLAdd(&b, &a);
   list.GLAdd(&b, &c);
   list.GLSelectFirstObject(nullptr, nullptr);
-  EXPECT_EQ(list.GLRemoveFromList(&b), 1);
-  EXPECT_EQ(current(), nullptr);
-  ASSERT_EQ(list.GLFind(&b), 1);
   tagHolder* node = nullptr;
-  list.GLGetCurrentByAddress(&node);
-  EXPECT_EQ(node->companion, &c);
-  int absent = 0;
-  EXPECT_EQ(list.GLRemoveFromList(&absent), 0);
-  EXPECT_EQ(current(), nullptr);
-  EXPECT_EQ(list.GLRemoveFromList(&a), 1);  // the head
-  EXPECT_EQ(list.GLRemoveFromList(&b), 1);
   void* object = nullptr;
-  EXPECT_EQ(list.GLSelectFirstObject(&object, nullptr), 0);
+  int absent = 0;
+  EXPECT_EQ(seq({list.GLRemoveFromList(&b), current() == nullptr, list.GLFind(&b),
+                 list.GLGetCurrentByAddress(&node) == 1 && node->companion == &c,
+                 list.GLRemoveFromList(&absent), current() == nullptr, list.GLRemoveFromList(&a),
+                 list.GLRemoveFromList(&b), list.GLSelectFirstObject(&object, nullptr)}),
+            "1 1 1 1 0 1 1 1 0");  // the head goes too
 }
 
 TEST_F(CKGenListTest, SavedCursorRestoresAnOuterWalkAndNeedsANonEmptyList) {

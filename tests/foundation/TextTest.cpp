@@ -7,7 +7,10 @@
 #include <string>
 
 #include "KText.h"
+#include "TestSupport.h"
 #include "TextDetail.h"
+
+using kutil::test::seq;
 
 namespace {
 
@@ -33,26 +36,20 @@ void checkRows(const Row (&rows)[N], F call) {
 
 TEST(KUStatus, ErrorStartsUnsetAndCommentHasANoticeLine) {
   int code = -1;
-  EXPECT_EQ(KUGetError(&code), 0);
-  KUSetError(106);
-  EXPECT_EQ(KUGetError(&code), 1);
-  EXPECT_EQ(code, 106);
+  char notice[264] = "", out[264] = "keep";
+  EXPECT_EQ(seq({KUGetError(&code), code, (KUSetError(106), KUGetError(&code)), code}), "0 -1 1 106");
   KUSetError(5);
-  char out[264] = "";
-  ASSERT_EQ(KUGetComment(out), 1);  // the notice line
-  EXPECT_GT(std::strlen(out), 0u);
-  KUSetComment("");
-  EXPECT_EQ(KUGetComment(out), 0);
+  ASSERT_EQ(KUGetComment(notice), 1);  // the notice line
+  EXPECT_GT(std::strlen(notice), 0u);
+  EXPECT_EQ(seq({(KUSetComment(""), KUGetComment(out)), out}), "0 keep");
 }
 
 TEST(KUSegments, WritersOverwriteAndReportLength) {
   char out[512] = "garbage";
   int length = 0;
-  KUMkFloatSegment(out, "[DTA]", 2.0f, &length);
-  EXPECT_STREQ(out, "[DTA][6]2.0000");
-  EXPECT_EQ(length, 14);
-  KUMkDoubleSegment(out, "[D]", -0.00004, &length);
-  EXPECT_STREQ(out, "[D][7]-0.0000");
+  EXPECT_EQ(seq({KUMkFloatSegment(out, "[DTA]", 2.0f, &length), out, length,
+                 KUMkDoubleSegment(out, "[D]", -0.00004, &length), out}),
+            "1 [DTA][6]2.0000 14 1 [D][7]-0.0000");
 }
 
 TEST(KUSegments, ExtractFieldWalksByLengthAndFailsWithoutWriting) {
@@ -101,27 +98,14 @@ TEST(KUNumbers, FirstCharacterRuleAndClamping) {
 }
 
 TEST(KUShaping, InPlaceShapers) {
-  char a[] = "line\r\nrest";
-  EXPECT_EQ(KUNoNewLine(a), 1);
-  EXPECT_STREQ(a, "line");
-  char q[16] = "abc";
-  EXPECT_EQ(KUEncloseInQuotes(q), 1);
-  EXPECT_EQ(KUEncloseInQuotes(q), 0);
-  EXPECT_STREQ(q, "\"abc\"");
-  EXPECT_EQ(KUStripQuotes(q), 1);
-  EXPECT_STREQ(q, "abc");
-  char open[] = "\"abc", lone[] = "\"";
-  EXPECT_EQ(KUStripQuotes(open), 0);
-  EXPECT_EQ(KUStripQuotes(lone), 1);
-  EXPECT_STREQ(lone, "");
-
-  char text[264] = "c:/dir/x.bmp";  // only a prefix, case- and slash-blind
-  EXPECT_EQ(KUSubstitute(text, "C:\\DIR", "?V?"), 1);
-  EXPECT_EQ(KUSubstitute(text, "x.bmp", "y"), 0);
-  EXPECT_STREQ(text, "?V?/x.bmp");
-  char out[64] = "";
-  EXPECT_EQ(KUCommandSubstitue("run %1 and %1", "%1", "file.txt", out), 1);
-  EXPECT_STREQ(out, "run file.txt and %1");
+  char a[] = "line\r\nrest", q[16] = "abc", open[] = "\"abc", lone[] = "\"";
+  EXPECT_EQ(seq({KUNoNewLine(a), a, KUEncloseInQuotes(q), KUEncloseInQuotes(q), q, KUStripQuotes(q), q,
+                 KUStripQuotes(open), KUStripQuotes(lone), lone}),
+            "1 line 1 0 \"abc\" 1 abc 0 1 ");
+  char text[264] = "c:/dir/x.bmp", out[64] = "";  // only a prefix, case- and slash-blind
+  EXPECT_EQ(seq({KUSubstitute(text, "C:\\DIR", "?V?"), KUSubstitute(text, "x.bmp", "y"), text,
+                 KUCommandSubstitue("run %1 and %1", "%1", "file.txt", out), out}),
+            "1 0 ?V?/x.bmp 1 run file.txt and %1");
 }
 
 TEST(KUShaping, ReverseKeepsTheEndsAndCutStringCountsEmptyFields) {
@@ -147,29 +131,24 @@ TEST(KUShaping, SimpleArgumentAndLastPathElement) {
 }
 
 TEST(KUDateTime, RecordAndStamps) {
-  tagKDATETIME when;
+  tagKDATETIME when, january{2001, 0, 0, 7, 0, 9, 5, 3, -1};
   when.reserved = 4242;
   ASSERT_EQ(KUGetDateTime(&when), 1);
-  EXPECT_EQ(when.reserved, 4242);
-  EXPECT_EQ(when.extra, -1);
-  EXPECT_LE(when.month, 11);
-  tagKDATETIME january{2001, 0, 0, 7, 0, 9, 5, 3, -1};
-  char out[128];
-  kutil::detail::formatTimeStamp(january, out);
-  EXPECT_STREQ(out, "DATE:    2001/01/07\nTIME:    09:05:03\nBuild:   1,0,4,401\n");
-  kutil::detail::formatSecondStamp(january, out);
-  EXPECT_STREQ(out, "090503");
+  EXPECT_TRUE(when.reserved == 4242 && when.extra == -1 && when.month <= 11);
+  char stamp[128], second[16];
+  kutil::detail::formatTimeStamp(january, stamp);
+  kutil::detail::formatSecondStamp(january, second);
+  EXPECT_EQ(seq({stamp, second}), "DATE:    2001/01/07\nTIME:    09:05:03\nBuild:   1,0,4,401\n 090503");
 }
 
 TEST(KUNullSafety, NullTextsNeverCrash) {
   char out[16] = "";
   int len = 0;
-  EXPECT_EQ(KUMkLineSegment(nullptr, "[A]", "x", &len), 0);
-  EXPECT_EQ(KUMkLineSegment(out, nullptr, nullptr, &len), 1);
-  EXPECT_STREQ(out, "[0]");
-  EXPECT_EQ(KUEncloseInQuotes(nullptr) + KUStripQuotes(nullptr) + KUCutString(nullptr, '|', 0, out), 0);
-  EXPECT_EQ(KUGetSimpleArgument(nullptr, out) + KUGetLastPathElement(out, nullptr) + KUGetDateTime(nullptr),
-            0);
+  EXPECT_EQ(
+      seq({KUMkLineSegment(nullptr, "[A]", "x", &len), KUMkLineSegment(out, nullptr, nullptr, &len), out,
+           KUEncloseInQuotes(nullptr), KUStripQuotes(nullptr), KUCutString(nullptr, '|', 0, out),
+           KUGetSimpleArgument(nullptr, out), KUGetLastPathElement(out, nullptr), KUGetDateTime(nullptr)}),
+      "0 1 [0] 0 0 0 0 0 0");
 }
 
 }  // namespace

@@ -12,6 +12,8 @@
 
 namespace {
 
+using kutil::test::seq;
+
 tagMarkerItem marker(CKMarkerList& list, const char* name, int index) {
   tagMarkerItem m;
   list.MLInitMarker(&m);
@@ -52,37 +54,31 @@ TEST_F(CKMarkerListTest, AddKeepsACopyAndSelectsTheFirst) {
 TEST_F(CKMarkerListTest, FailedFindLeavesTheLastSelectedAndUpdateCanKeepTheIndex) {
   add("Hall", 1);
   add("Kitchen", 2);
-  tagMarkerItem* found = nullptr;
-  EXPECT_EQ(0, m_list.MLFindMarkerByName(&found, "hall"));  // exact match only
-  EXPECT_EQ(nullptr, found);
-  tagMarkerItem update = marker(m_list, "Pantry", 7);
-  EXPECT_EQ(1, m_list.MLUpdateSelectedMarker(&update, 1));
-  ASSERT_EQ(1, m_list.MLFindMarkerByName(&found, "Pantry"));
-  EXPECT_EQ(2, found->indexNumber);  // Kitchen's index kept
-  EXPECT_EQ(0, m_list.MLFindMarkerByNumber(&found, 7));
+  tagMarkerItem *found = nullptr, update = marker(m_list, "Pantry", 7);
+  // Exact names only; Kitchen's index is kept.
+  EXPECT_EQ(seq({m_list.MLFindMarkerByName(&found, "hall"), found == nullptr,
+                 m_list.MLUpdateSelectedMarker(&update, 1), m_list.MLFindMarkerByName(&found, "Pantry"),
+                 found ? found->indexNumber : -1, m_list.MLFindMarkerByNumber(&found, 7)}),
+            "0 1 1 1 2 0");
 }
 
 TEST_F(CKMarkerListTest, DeleteNextIndexAndTerminate) {
   int next = 42;
-  EXPECT_EQ(0, m_list.MLGetNextIndexNumber(&next));  // no list yet
-  EXPECT_EQ(42, next);
+  EXPECT_EQ(seq({m_list.MLGetNextIndexNumber(&next), next}), "0 42");  // no list yet
   add("A", -1);
-  EXPECT_EQ(1, m_list.MLGetNextIndexNumber(&next));  // negative numbers ignored
-  EXPECT_EQ(1, next);
+  EXPECT_EQ(seq({m_list.MLGetNextIndexNumber(&next), next}), "1 1");  // negative numbers ignored
   add("B", 7);
   add("C", 3);
-  EXPECT_EQ(1, m_list.MLGetNextIndexNumber(&next));
-  EXPECT_EQ(8, next);
+  EXPECT_EQ(seq({m_list.MLGetNextIndexNumber(&next), next}), "1 8");
   tagMarkerItem* m = nullptr;
   m_list.MLFindMarkerByName(&m, "C");
-  EXPECT_EQ(1, m_list.MLDeleteSelectedMarker());
-  EXPECT_EQ(1, m_list.MLDeleteSelectedMarker());  // the first was selected
+  EXPECT_EQ(seq({m_list.MLDeleteSelectedMarker(), m_list.MLDeleteSelectedMarker()}),
+            "1 1");  // then the first
   EXPECT_EQ((std::vector<std::string>{"B"}), names());
   m_list.MLSelectFirstMarker(&m);
   m_list.MLDeleteSelectedMarker();
-  EXPECT_EQ(0, m_list.MLDeleteSelectedMarker());  // empty: nothing selected
-  EXPECT_EQ(0, m_list.MLTerminate());             // freed a list
-  EXPECT_EQ(1, m_list.MLTerminate());             // nothing left
+  // Empty, nothing is selected; terminating frees a list (0), then there is nothing left (1).
+  EXPECT_EQ(seq({m_list.MLDeleteSelectedMarker(), m_list.MLTerminate(), m_list.MLTerminate()}), "0 0 1");
 }
 
 TEST_F(CKMarkerListTest, CreateListFromListCopiesInOrder) {

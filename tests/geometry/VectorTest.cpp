@@ -4,11 +4,14 @@
 
 #include <cmath>
 #include <random>
+#include <vector>
 
 #include "GeometryTestSupport.h"
 #include "KVector.h"
+#include "TestSupport.h"
 
 using kutil::test::nearVec;
+using kutil::test::seq;
 using kutil::test::vec;
 
 namespace {
@@ -36,47 +39,38 @@ TEST(KUVector, FrustumMatricesAreExactInverses) {
 TEST(KUVector, DoubleAndFloatTripleArithmetic) {
   const double a[3] = {2, 3, 6}, b[3] = {4, -5, 6}, small[3] = {0.01, 0, 0}, other[3] = {0, 0.05, 0};
   double len = 0, dot = 0, cross[3] = {9, 9, 9}, n[3] = {2, 3, 6}, zero[3] = {0, 0, 0}, mod = 0;
-  EXPECT_EQ(1, KUVectorMagnitude(a, &len) * KUVectorDotProduct(a, b, &dot) * KUModD(-2.5, &mod));
-  EXPECT_EQ(7.0, len);
-  EXPECT_EQ(29.0, dot);
-  EXPECT_EQ(2.5, mod);
-  EXPECT_EQ(1, KUVectorCrossProduct(a, b, cross));
-  EXPECT_TRUE(cross[0] == 48 && cross[1] == 12 && cross[2] == -22);
-  EXPECT_EQ(0, KUVectorCrossProduct(small, other, cross));  // (0, 0, 0.0005): output kept
-  EXPECT_EQ(-22.0, cross[2]);
+  // The small product (0, 0, 0.0005) is refused and the output kept; a null vector is not normalised.
+  EXPECT_EQ(seq({KUVectorMagnitude(a, &len), len, KUVectorDotProduct(a, b, &dot), dot, KUModD(-2.5, &mod),
+                 mod, KUVectorCrossProduct(a, b, cross), cross[0], cross[1], cross[2],
+                 KUVectorCrossProduct(small, other, cross), cross[2], KUVectorNormalise(zero),
+                 zero[0] + zero[1] + zero[2]}),
+            "1 7 1 29 1 2.5 1 48 12 -22 0 -22 0 0");
   EXPECT_EQ(1, KUVectorNormalise(n));
   EXPECT_TRUE(std::fabs(n[0] - 2 / 7.0) + std::fabs(n[1] - 3 / 7.0) + std::fabs(n[2] - 6 / 7.0) < 1e-12);
-  EXPECT_EQ(0, KUVectorNormalise(zero));
-  EXPECT_EQ(0, zero[0] + zero[1] + zero[2]);
 
-  _D3DVECTOR fa = vec(2, 3, 6), fb = vec(4, -5, 6), out, null = vec(0, 0, 0);
+  _D3DVECTOR fa = vec(2, 3, 6), fb = vec(4, -5, 6), sum, difference, scaled, null = vec(0, 0, 0);
   float flen = 0, fdot = 0, fmod = 0;
-  EXPECT_EQ(1, KUVectorMagnitude(&fa, &flen) * KUVectorDotProduct(&fa, &fb, &fdot) * KUModF(-2.5f, &fmod));
+  EXPECT_EQ(1, KUVectorMagnitude(&fa, &flen) * KUVectorDotProduct(&fa, &fb, &fdot) * KUModF(-2.5f, &fmod) *
+                   KUVectorAdd(&sum, &fa, &fb) * KUVectorSubtract(&difference, &fa, &fb) *
+                   KUVectorScale(&scaled, &fa, -0.5f));
   EXPECT_TRUE(flen == 7 && fdot == 29 && fmod == 2.5f) << flen << " " << fdot << " " << fmod;
-  EXPECT_EQ(1, KUVectorAdd(&out, &fa, &fb));
-  EXPECT_TRUE(nearVec(out, 6, -2, 12, 0));
-  EXPECT_EQ(1, KUVectorSubtract(&out, &fa, &fb));
-  EXPECT_TRUE(nearVec(out, -2, 8, 0, 0));
-  EXPECT_EQ(1, KUVectorScale(&out, &fa, -0.5f));
-  EXPECT_TRUE(nearVec(out, -1, -1.5f, -3, 0));
-  EXPECT_EQ(1, KUVectorNormalise(&fa));
-  EXPECT_TRUE(nearVec(fa, 2 / 7.0f, 3 / 7.0f, 6 / 7.0f, 1e-7f));
-  EXPECT_EQ(0, KUVectorNormalise(&null));
-  EXPECT_TRUE(nearVec(null, 0, 0, 0, 0));
+  EXPECT_TRUE(nearVec(sum, 6, -2, 12, 0) && nearVec(difference, -2, 8, 0, 0) &&
+              nearVec(scaled, -1, -1.5f, -3, 0));
+  EXPECT_EQ(1, KUVectorNormalise(&fa) + KUVectorNormalise(&null));
+  EXPECT_TRUE(nearVec(fa, 2 / 7.0f, 3 / 7.0f, 6 / 7.0f, 1e-7f) && nearVec(null, 0, 0, 0, 0));
 }
 
 TEST(KUVector, GetRotationReportsKindAndSignedAngle) {
   _D3DVECTOR x = vec(1, 0, 0), z = vec(0, 0, 1), negX = vec(-2, 0, 0), same = vec(5, 0.001f, 0),
              axis = vec(9, 9, 9);
   double angle = 42;
-  int kind = -1;
-  EXPECT_EQ(1, KUVectorGetRotation(&x, &negX, &axis, &angle, &kind));
-  EXPECT_EQ(0, kind);
-  EXPECT_EQ(1, KUVectorGetRotation(&x, &same, &axis, &angle, &kind));
-  EXPECT_EQ(1, kind);
-  EXPECT_EQ(42.0, angle);  // parallel either way: angle and axis untouched
-  EXPECT_EQ(1, KUVectorGetRotation(&x, &z, &axis, &angle, &kind));
-  EXPECT_EQ(2, kind);
+  int kind = -1, kinds[3] = {};
+  // Opposite, parallel (angle and axis untouched) and square.
+  EXPECT_EQ(1, KUVectorGetRotation(&x, &negX, &axis, &angle, &kinds[0]) *
+                   KUVectorGetRotation(&x, &same, &axis, &angle, &kinds[1]));
+  EXPECT_TRUE(kinds[0] == 0 && kinds[1] == 1 && angle == 42.0);
+  EXPECT_EQ(1, KUVectorGetRotation(&x, &z, &axis, &angle, &kinds[2]));
+  EXPECT_EQ(2, kinds[2]);
   EXPECT_TRUE(nearVec(axis, 0, -1, 0, 1e-6f));
   EXPECT_NEAR(kPi / 2, angle, 1e-6);
   // Outside the 0.001 band yet every cross component under 0.001: failure.
@@ -86,19 +80,16 @@ TEST(KUVector, GetRotationReportsKindAndSignedAngle) {
 }
 
 TEST(KUVector, AngleBetweenVectorsIsTheSupplement) {
-  _D3DVECTOR x = vec(1, 0, 0), negX = vec(-1, 0, 0), odd = vec(0.3f, -0.7f, 0.11f), null = vec(0, 0, 0);
-  double a = 0;
-  EXPECT_EQ(1, KUGetAngleBetweenVectors(&x, &x, &a));
-  EXPECT_DOUBLE_EQ(kPi, a);
-  EXPECT_EQ(1, KUGetAngleBetweenVectors(&x, &negX, &a));
-  EXPECT_DOUBLE_EQ(0.0, a);
-  _D3DVECTOR diag = vec(1, 1, 0);
-  EXPECT_EQ(1, KUGetAngleBetweenVectors(&x, &diag, &a));
-  EXPECT_NEAR(3 * kPi / 4, a, 1e-7);                       // the textbook angle would be pi / 4
-  EXPECT_EQ(1, KUGetAngleBetweenVectors(&odd, &odd, &a));  // rounding must not give NaN
-  EXPECT_NEAR(kPi, a, 1e-6);
-  EXPECT_EQ(1, KUGetAngleBetweenVectors(&null, &x, &a));
-  EXPECT_TRUE(std::isnan(a));
+  _D3DVECTOR x = vec(1, 0, 0), negX = vec(-1, 0, 0), diag = vec(1, 1, 0), odd = vec(0.3f, -0.7f, 0.11f),
+             null = vec(0, 0, 0);
+  double a[5] = {};
+  EXPECT_EQ(1, KUGetAngleBetweenVectors(&x, &x, &a[0]) * KUGetAngleBetweenVectors(&x, &negX, &a[1]) *
+                   KUGetAngleBetweenVectors(&x, &diag, &a[2]) * KUGetAngleBetweenVectors(&odd, &odd, &a[3]) *
+                   KUGetAngleBetweenVectors(&null, &x, &a[4]));
+  EXPECT_TRUE(a[0] == kPi && a[1] == 0.0) << a[0] << " " << a[1];
+  EXPECT_NEAR(3 * kPi / 4, a[2], 1e-7);  // the textbook angle would be pi / 4
+  EXPECT_NEAR(kPi, a[3], 1e-6);          // rounding must not give NaN
+  EXPECT_TRUE(std::isnan(a[4]));
 }
 
 TEST(KUVector, HeadingsAndWrappedSums) {
@@ -125,15 +116,13 @@ TEST(KUVector, ParallelIsExactAndPlanarNormalReturnsZero) {
   _D3DVECTOR x = vec(1, 0, 0), negX = vec(-1, 0, 0), twoX = vec(2, 0, 0), tilted = vec(1, 0.01f, 0);
   _D3DVECTOR nudged = vec(std::nextafter(1.0f, 2.0f), 0, 0), o = vec(0, 0, 0);
   _D3DVECTOR in = vec(0.0009f, -0.0009f, 0), edge = vec(0.001f, 0, 0);
-  EXPECT_EQ(1, KUIsParallelVector(&x, &negX));
-  EXPECT_EQ(0, KUIsParallelVector(&x, &twoX));
-  EXPECT_EQ(0, KUIsParallelVector(&x, &nudged));
-  EXPECT_EQ(0, KUIsSameVector(&x, &nudged));
-  EXPECT_EQ(1, KUIsSameVectorAPPROX(&x, &nudged));
-  EXPECT_EQ(1, KUIsParallelVectorAPPROX(&twoX, &negX));
-  EXPECT_EQ(0, KUIsParallelVectorAPPROX(&x, &tilted));
-  EXPECT_EQ(1, KUIsSameVectorAPPROX(&in, &o));
-  EXPECT_EQ(0, KUIsSameVectorAPPROX(&edge, &o));  // strict band: 0.001f is just above 0.001
+  // Exact tests, then within the 0.001 band (strict: 0.001f is just above it).
+  EXPECT_EQ((std::vector<int>{1, 0, 0, 0, 1, 1, 0, 1, 0}),
+            (std::vector<int>{KUIsParallelVector(&x, &negX), KUIsParallelVector(&x, &twoX),
+                              KUIsParallelVector(&x, &nudged), KUIsSameVector(&x, &nudged),
+                              KUIsSameVectorAPPROX(&x, &nudged), KUIsParallelVectorAPPROX(&twoX, &negX),
+                              KUIsParallelVectorAPPROX(&x, &tilted), KUIsSameVectorAPPROX(&in, &o),
+                              KUIsSameVectorAPPROX(&edge, &o)}));
   _D3DVECTOR p0 = vec(1, 5, 1), p1 = vec(3, -2, 1), normal;
   EXPECT_EQ(0, KUMkPlanarNormal(&p0, &p1, &normal));  // deliberately 0, yet the normal is written
   EXPECT_TRUE(nearVec(normal, 0, 0, 1, 0));
