@@ -69,8 +69,7 @@ TEST(KUVector, GetRotationReportsKindAndSignedAngle) {
   EXPECT_EQ(1, KUVectorGetRotation(&x, &negX, &axis, &angle, &kinds[0]) *
                    KUVectorGetRotation(&x, &same, &axis, &angle, &kinds[1]));
   EXPECT_TRUE(kinds[0] == 0 && kinds[1] == 1 && angle == 42.0);
-  EXPECT_EQ(1, KUVectorGetRotation(&x, &z, &axis, &angle, &kinds[2]));
-  EXPECT_EQ(2, kinds[2]);
+  EXPECT_EQ(seq({KUVectorGetRotation(&x, &z, &axis, &angle, &kinds[2]), kinds[2]}), "1 2");
   EXPECT_TRUE(nearVec(axis, 0, -1, 0, 1e-6f));
   EXPECT_NEAR(kPi / 2, angle, 1e-6);
   // Outside the 0.001 band yet every cross component under 0.001: failure.
@@ -130,8 +129,7 @@ TEST(KUVector, ParallelIsExactAndPlanarNormalReturnsZero) {
 
 TEST(KUVector, AreaUniquenessAndBetween) {
   _D3DVECTOR a = vec(0, 0, 0), b = vec(1, 0, 0), c = vec(0, 0, 1);
-  EXPECT_EQ(0, KUHasArea(&a, &b, &a, &b));
-  EXPECT_EQ(1, KUHasArea(&a, &b, &c, &a));
+  EXPECT_EQ(seq({KUHasArea(&a, &b, &a, &b), KUHasArea(&a, &b, &c, &a)}), "0 1");
   const float between[][4] = {{1, 2, 1, 1},    {2, 2, 1, 1}, {2, 1, 2, 1},
                               {1, 1, 2, 0},  // v == a < b is outside
                               {1.5f, 1, 2, 1}, {3, 3, 3, 1}, {2.5f, 1, 2, 0}};

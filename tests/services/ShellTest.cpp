@@ -73,7 +73,7 @@ class Shell : public ::testing::Test {
   TempDir m_dir;
 };
 
-TEST_F(Shell, RunsReportThroughTheLastErrorAndItemListsNameRealPaths) {
+TEST_F(Shell, RunsReportThroughTheLastErrorItemListsNameRealPathsAndTheSystemIsNT) {
   EXPECT_EQ("0 106", run("open", m_dir.file("no-such-file.txt")));
 #if defined(_WIN32)
   char system[MAX_PATH];
@@ -83,9 +83,14 @@ TEST_F(Shell, RunsReportThroughTheLastErrorAndItemListsNameRealPaths) {
   EXPECT_EQ("1 5", run("open", "/bin/true", nullptr, m_dir.path().c_str()));
 #endif
   ITEMIDLIST* items = nullptr;
-  EXPECT_EQ((std::vector<int>{1, 1, 0}),
-            (std::vector<int>{KUPath2ItemList(m_dir.path().c_str(), &items), KUFreeItemList(items),
-                              KUPath2ItemList(m_dir.file("none").c_str(), &items)}));
+  int isNT = -1, major = -1, minor = -1, build = -1;
+  char pack[128];
+  // Every supported system is of the NT line.
+  EXPECT_EQ(kutil::test::seq({KUPath2ItemList(m_dir.path().c_str(), &items), KUFreeItemList(items),
+                              KUPath2ItemList(m_dir.file("none").c_str(), &items),
+                              KUCheckForNT(&isNT, &major, &minor, &build, pack), isNT, major > 0,
+                              KUCheckForNT(nullptr, &major, &minor, &build, pack)}),
+            "1 1 0 1 1 1 0");
 }
 
 #if !defined(_WIN32)

@@ -77,14 +77,12 @@ TEST_F(Sound, QueueKeepsTheTwoMostUrgentAndPlaysThemInOrder) {
 }
 
 TEST_F(Sound, DisabledOrFailedSoundsAreStillConsumed) {
-  EXPECT_EQ(1, m_sound.SOEnableSound(2));  // only exactly 1 enables
-  EXPECT_EQ(2, m_sound.SOIsSoundEnabled());
-  m_sound.SORequestSound("quiet.wav", 1);
-  EXPECT_EQ((std::vector<int>{1, 0}), (std::vector<int>{m_sound.SOPlaySound(), m_sound.SOPlaySound()}));
-  m_sound.SOEnableSound(1);
-  g_playResult = 0;
-  m_sound.SORequestSound("busy.wav", 1);
-  EXPECT_EQ((std::vector<int>{0, 0}), (std::vector<int>{m_sound.SOPlaySound(), m_sound.SOPlaySound()}));
+  // Only exactly 1 enables; then a player that fails still takes the sound.
+  EXPECT_EQ(kutil::test::seq(
+                {m_sound.SOEnableSound(2), m_sound.SOIsSoundEnabled(), m_sound.SORequestSound("quiet.wav", 1),
+                 m_sound.SOPlaySound(), m_sound.SOPlaySound(), m_sound.SOEnableSound(1), (g_playResult = 0),
+                 m_sound.SORequestSound("busy.wav", 1), m_sound.SOPlaySound(), m_sound.SOPlaySound()}),
+            "1 2 1 1 0 1 0 1 0 0");
   EXPECT_EQ(Played{"busy.wav"}, g_played);
 }
 
