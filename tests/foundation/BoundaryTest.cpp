@@ -39,12 +39,9 @@ TEST(Boundary, TextFileAndGatherCallsNeedNoMemory) {
   }
   EXPECT_EQ((std::vector<int>{1, 1, 1, 1, 1, 12}),
             (std::vector<int>{got[0], got[1], got[2], got[3], got[4], length}));
-  EXPECT_STREQ(segment, "[TX][5]hello");
-  EXPECT_STREQ(inPlace, "[TX][5]value");
-  EXPECT_STREQ(path, "?KALDOHOMEDIR?\\bin\\viewer.exe");
-  EXPECT_EQ(readFile(log), "");
-  EXPECT_EQ(std::string(newName), target + "wall.bmp");
-  EXPECT_EQ(readFile(target + "wall.bmp"), "BM-picture");
+  EXPECT_EQ(seq({segment, inPlace, path, readFile(log), newName == target + "wall.bmp",
+                 readFile(target + "wall.bmp")}),
+            "[TX][5]hello [TX][5]value ?KALDOHOMEDIR?\\bin\\viewer.exe  1 BM-picture");
 }
 
 // The rewriters keep their temporary name and rewrite in standard-library

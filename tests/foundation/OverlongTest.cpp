@@ -503,6 +503,9 @@ TEST_F(Overlong, MarkerNamesFillingTheirFieldStayTerminated) {
     return std::memchr(x.name, '\0', sizeof x.name) ? std::string(x.name) : "<unterminated>";
   };
   const std::string whole = L('m', KMARKER_NAME_SIZE - 1), path = m_dir.file("markers.txt");
+  tagMarkerItem copy;
+  ASSERT_EQ(1, list.MLCopyMarker(&copy, &full));
+  EXPECT_EQ(whole, name(copy));
   ASSERT_EQ(1, list.MLAddMarker(&full));
   EXPECT_EQ(
       0, list.MLFindMarkerByName(&found, (whole + "m").c_str()) + list.MLFindMarkerByName(&found, Lc('m')));

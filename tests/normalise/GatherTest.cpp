@@ -32,12 +32,11 @@ TEST_F(Gather, CopyToTargetCopiesOnceNeverOverwritesAndSkipsPrograms) {
   EXPECT_EQ(std::string(out), to + "photo.bmp");
   EXPECT_EQ(readFile(out), "BM-original");
   writeFile(bmp, "BM-changed");
-  EXPECT_EQ(KUCopyToTarget(bmp.c_str(), to.c_str(), out), 1);
-  EXPECT_EQ(readFile(out), "BM-original");
-  EXPECT_EQ(KUCopyToTarget(gone.c_str(), to.c_str(), out), 0);  // fails unless already gathered
-  EXPECT_EQ(std::string(out), to + "gone.wav");
-  writeFile(to + "gone.wav", "RIFF");
-  EXPECT_EQ(KUCopyToTarget(gone.c_str(), to.c_str(), out), 1);
+  // A copy already there is kept; a missing source fails unless it was gathered before.
+  EXPECT_EQ(seq({KUCopyToTarget(bmp.c_str(), to.c_str(), out), readFile(out),
+                 KUCopyToTarget(gone.c_str(), to.c_str(), out), out == to + "gone.wav",
+                 (writeFile(to + "gone.wav", "RIFF"), KUCopyToTarget(gone.c_str(), to.c_str(), out))}),
+            "1 BM-original 0 1 1");
 }
 
 TEST_F(Gather, SkyFaceBringsItsCompanionsUnderTheNewNameKeepingCase) {
@@ -49,12 +48,12 @@ TEST_F(Gather, SkyFaceBringsItsCompanionsUnderTheNewNameKeepingCase) {
   ASSERT_EQ(KUCopyToTarget(from.file("SKY_RH.BMP").c_str(), to.file("").c_str(), out), 1);
   for (const char* face : {"FW", "RH", "BK", "LF"})
     EXPECT_EQ(readFile(to.file(std::string("SKY_") + face + ".BMP")), face);
-  EXPECT_EQ(KUCopySkyBoxFaces(from.file("SKY_FW.BMP").c_str(), to.file("hall_fw.bmp").c_str()), 1);
-  EXPECT_EQ(readFile(to.file("hall_rh.bmp")), "RH");
-  EXPECT_EQ(readFile(to.file("hall_up.bmp")), "already");  // never overwritten
-  EXPECT_FALSE(fileExists(to.file("hall_fw.bmp")));        // its own face is the caller's
-  EXPECT_FALSE(fileExists(to.file("hall_dn.bmp")));
-  EXPECT_EQ(KUCopySkyBoxFaces(from.file("a.bmp").c_str(), to.file("b_fw.bmp").c_str()), 0);
+  // A face already there is never overwritten; the named face itself is the caller's to copy.
+  EXPECT_EQ(seq({KUCopySkyBoxFaces(from.file("SKY_FW.BMP").c_str(), to.file("hall_fw.bmp").c_str()),
+                 readFile(to.file("hall_rh.bmp")), readFile(to.file("hall_up.bmp")),
+                 fileExists(to.file("hall_fw.bmp")), fileExists(to.file("hall_dn.bmp")),
+                 KUCopySkyBoxFaces(from.file("a.bmp").c_str(), to.file("b_fw.bmp").c_str())}),
+            "1 RH already 0 0 0");
 }
 
 TEST_F(Gather, AnimationsGatherTheirFramesAndAFrameThatCannotBeGatheredFailsTheWhole) {

@@ -59,16 +59,16 @@ TEST_F(Package, GatherRelativiseMoveAndResolve) {
 
   // Gather: the list, then the behaviour files with their shapes and animations.
   char list[264] = "";
-  ASSERT_EQ(KUCopyToTarget((scenes + "hall.ksl").c_str(), package.c_str(), list), 1);
-  ASSERT_EQ(KUCopyKSLFileParts(list, package.c_str()), 1);
-  ASSERT_EQ(KUCopyKCVFileParts((package + "door.kvc").c_str()), 1);
+  ASSERT_EQ(
+      seq({KUCopyToTarget((scenes + "hall.ksl").c_str(), package.c_str(), list),
+           KUCopyKSLFileParts(list, package.c_str()), KUCopyKCVFileParts((package + "door.kvc").c_str())}),
+      "1 1 1");
 
   // Relativise: no name in the package refers to the content tree any more.
-  ASSERT_EQ(KUConvertKSLToRelative(list), 1);
-  ASSERT_EQ(KUConvertKCVToRelative((package + "door.kvc").c_str()), 1);
-  EXPECT_EQ(KUIsKSLFileNormalised(list), 1);
-  EXPECT_EQ(KUIsKCVFileNormalised((package + "room.kvc").c_str()), 1);
-  EXPECT_EQ(KUIsKSFFileNormalised((package + "box.ksf").c_str()), 1);
+  ASSERT_EQ(seq({KUConvertKSLToRelative(list), KUConvertKCVToRelative((package + "door.kvc").c_str()),
+                 KUIsKSLFileNormalised(list), KUIsKCVFileNormalised((package + "room.kvc").c_str()),
+                 KUIsKSFFileNormalised((package + "box.ksf").c_str())}),
+            "1 1 1 1 1");
   EXPECT_EQ(readLines(list), (Texts{"# hall", "", "?KALDOKWQDIR?door.kvc",
                                     "?KALDOHOMEDIR?" + std::string(1, kSep) + "viewer.exe"}));
   EXPECT_EQ(readLines(package + "sky.anb"),

@@ -17,6 +17,7 @@ namespace {
 using kutil::test::fileExists;
 using kutil::test::readLines;
 using kutil::test::readText;
+using kutil::test::seq;
 using kutil::test::TempDir;
 using kutil::test::writeFile;
 using kutil::test::written;
@@ -75,28 +76,25 @@ TEST(KaldoInfoFields, GettersWriteExactlyTheTextAndItsTerminator) {
   auto text = [&info](int (CKaldoInfo::*get)(char*)) {
     return written([&](char* o) { return (info.*get)(o); });
   };
+  using Getter = int (CKaldoInfo::*)(char*);
+  const Getter infoText = &CKaldoInfo::KIGetInfoText, comment = &CKaldoInfo::KIGetComment,
+               logName = &CKaldoInfo::KIGetLogFileName;
   unsigned id = 0;
   int type = 9;
-  EXPECT_EQ((Ints{1, 3, 1, 0}), (Ints{info.KIGetInfoMessage(&id), id, info.KIGetInfoType(&type), type}));
-  EXPECT_EQ((Lines{"0 An error has been detected for which there is no message", "1 <empty>", "0 -"}),
-            (Lines{text(&CKaldoInfo::KIGetInfoText), text(&CKaldoInfo::KIGetComment),
-                   text(&CKaldoInfo::KIGetLogFileName)}));
-  EXPECT_EQ((Ints{1, 1, 1, 1, 1, -2}),
-            (Ints{info.KISetInfoType(-2), info.KISetLogFileName("kaldo.log"), info.KISetComment("loading"),
-                  info.KICatComment("scene"), info.KIGetInfoType(&type), type}));
-  // The appended part lines up under the "COMMENT: " label.
-  EXPECT_EQ((Lines{"1 kaldo.log", "1 loading\n         scene"}),
-            (Lines{text(&CKaldoInfo::KIGetLogFileName), text(&CKaldoInfo::KIGetComment)}));
-  EXPECT_EQ(2, info.KISetComment("") + info.KISetInfoType(0));  // and logging off again
-  EXPECT_EQ("0 -", text(&CKaldoInfo::KIGetComment));
+  // Fresh: message 3, logging off. Then set: the appended comment lines up under the "COMMENT: " label.
+  EXPECT_EQ(seq({info.KIGetInfoMessage(&id), int(id), info.KIGetInfoType(&type), type, text(infoText),
+                 text(comment), text(logName)}),
+            "1 3 1 0 0 An error has been detected for which there is no message 1 <empty> 0 -");
+  EXPECT_EQ(seq({info.KISetInfoType(-2), info.KISetLogFileName("kaldo.log"), info.KISetComment("loading"),
+                 info.KICatComment("scene"), info.KIGetInfoType(&type), type, text(logName), text(comment),
+                 info.KISetComment(""), info.KISetInfoType(0), text(comment)}),
+            "1 1 1 1 1 -2 1 kaldo.log 1 loading\n         scene 1 1 0 -");
 
   // Lookups take the first sheet of an id.
-  EXPECT_EQ(0, info.KISetInfoText("nothing to replace"));
-  EXPECT_EQ(2, info.KINewInfoSheet("first", 3) + info.KINewInfoSheet("second", 3));
-  EXPECT_EQ("1 first", text(&CKaldoInfo::KIGetInfoText));
-  EXPECT_EQ(1, info.KISetInfoText("replaced"));
-  EXPECT_STREQ("replaced", info.KIFetchStringForID(3));
-  EXPECT_EQ(nullptr, info.KIFetchStringForID(77));
+  EXPECT_EQ(seq({info.KISetInfoText("nothing to replace"), info.KINewInfoSheet("first", 3),
+                 info.KINewInfoSheet("second", 3), text(&CKaldoInfo::KIGetInfoText),
+                 info.KISetInfoText("replaced"), info.KIFetchStringForID(3), info.KIFetchStringForID(77)}),
+            "0 1 1 1 first 1 replaced null");
   EXPECT_EQ((Ints{0, 0, 1, 77}),
             (Ints{info.KIGetInfoText(std::string()), info.KIDisplayInfo(), info.KIGetInfoMessage(&id), id}));
 }
@@ -117,12 +115,11 @@ class KaldoInfoLog : public ::testing::Test {
 };
 
 TEST_F(KaldoInfoLog, EntryHasStampMessageAndAlignedComment) {
-  EXPECT_EQ(0, m_info.KISetInfoMessage(5));  // id 5 is never logged
-  EXPECT_FALSE(fileExists(m_log));
-  m_info.KICatComment("second part");
-  EXPECT_EQ(2, m_info.KISetInfoMessage(112) + m_info.KISetInfoMessage(999));
-  m_info.KISetComment("");
-  EXPECT_EQ(1, m_info.KIFlushInfoMessage("flushed text"));
+  // Id 5 is never logged.
+  EXPECT_EQ(seq({m_info.KISetInfoMessage(5), fileExists(m_log), m_info.KICatComment("second part"),
+                 m_info.KISetInfoMessage(112), m_info.KISetInfoMessage(999), m_info.KISetComment(""),
+                 m_info.KIFlushInfoMessage("flushed text")}),
+            "0 0 1 1 1 1 1");
   Lines lines = readLines(m_log);
   EXPECT_EQ("Build:   1,0,4,401", lines.at(2));
   // A '9' stands for any digit of the time stamp.
@@ -144,11 +141,11 @@ TEST_F(KaldoInfoLog, LogOverAThousandLinesIsClippedBeforeTheEntry) {
   for (int i = 0; i < 1000; ++i) old += "old line\n";
   writeFile(m_log, old);
   m_info.KISetInfoMessage(112);
-  EXPECT_EQ(1006u, readLines(m_log).size());  // 1000 is not above the bound
+  const int kept = static_cast<int>(readLines(m_log).size());  // 1000 is not above the bound
   m_info.KISetInfoMessage(113);
   const Lines after = readLines(m_log);
-  EXPECT_EQ((Lines{"DATE:", "MESSAGE: Second"}), (Lines{after.at(0).substr(0, 5), after.at(3)}));
-  EXPECT_EQ(6u, after.size());
+  EXPECT_EQ(seq({kept, after.at(0).substr(0, 5), after.at(3), int(after.size())}),
+            "1006 DATE: MESSAGE: Second 6");
 }
 
 TEST_F(KaldoInfoLog, OnlyStepsBackwardAreLogged) {
@@ -169,10 +166,11 @@ TEST_F(KaldoInfoLog, OnlyStepsBackwardAreLogged) {
 
 TEST_F(KaldoInfoLog, ConfigForLanguageAppendsAndSwitchesLoggingOff) {
   writeFile(m_dir.file("de.kiq"), "[iid][3]112[itx][5]Datei\n[iid][3]300[itx][3]neu\n");
-  EXPECT_EQ(0, m_info.KIConfigForLanguage(m_dir.file("missing.kiq").c_str()));
-  ASSERT_EQ(1, m_info.KIConfigForLanguage(m_dir.file("de.kiq").c_str()));
-  EXPECT_STREQ("File not found", m_info.KIFetchStringForID(112));  // earlier texts win
-  EXPECT_STREQ("neu", m_info.KIFetchStringForID(300));
+  // Earlier texts win.
+  EXPECT_EQ(seq({m_info.KIConfigForLanguage(m_dir.file("missing.kiq").c_str()),
+                 m_info.KIConfigForLanguage(m_dir.file("de.kiq").c_str()), m_info.KIFetchStringForID(112),
+                 m_info.KIFetchStringForID(300)}),
+            "0 1 File not found neu");
   int type = 9;
   char name[261];
   EXPECT_EQ((Ints{1, 0, 0, 0}), (Ints{m_info.KIGetInfoType(&type), type, m_info.KIGetLogFileName(name),

@@ -117,12 +117,12 @@ TEST_F(Registry, DeleteKeyNeedsAnExactRootNameAndClearsOneLevel) {
   EXPECT_EQ(0, KURegDeleteKey(kTest));
   EXPECT_TRUE(readable("Software\\kaldo3d\\KUtilTest\\A"));
 #else
-  EXPECT_EQ(1, KURegDeleteFirstSubSubKey(HKEY_CURRENT_USER, "Software\\kaldo3d\\KUtilTest"));
-  EXPECT_FALSE(readable("Software\\kaldo3d\\KUtilTest\\A"));
-  EXPECT_TRUE(readable("Software\\kaldo3d\\KUtilTest\\B"));
-  EXPECT_EQ(1, KURegDeleteKey(kTest));
-  EXPECT_FALSE(readable("Software\\kaldo3d\\KUtilTest"));
-  EXPECT_EQ(0, KURegDeleteFirstSubSubKey(HKEY_CURRENT_USER, "Software\\kaldo3d\\KUtilTest"));
+  EXPECT_EQ(kutil::test::seq({KURegDeleteFirstSubSubKey(HKEY_CURRENT_USER, "Software\\kaldo3d\\KUtilTest"),
+                              readable("Software\\kaldo3d\\KUtilTest\\A"),
+                              readable("Software\\kaldo3d\\KUtilTest\\B"), KURegDeleteKey(kTest),
+                              readable("Software\\kaldo3d\\KUtilTest"),
+                              KURegDeleteFirstSubSubKey(HKEY_CURRENT_USER, "Software\\kaldo3d\\KUtilTest")}),
+            "1 0 1 1 0 0");
   // A grandchild blocks the removal of its parent, and so of the key itself.
   ASSERT_EQ(1, KUSetRegText(HKEY_CURRENT_USER, "Software\\kaldo3d\\KUtilTest\\A\\C", "v", "3"));
   EXPECT_EQ(0, KURegDeleteKey(kTest));

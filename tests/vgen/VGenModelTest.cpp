@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "Allocation.h"
 #include "VGenTestSupport.h"
 
@@ -112,4 +114,22 @@ TEST(KUVertexText, SegmentRoundTripAndShortInput) {
   expectNear(back, vec(9, 9, 9), 0.0f);
   ASSERT_EQ(KUExtractVertexSegment(&back, text), 1);
   expectNear(back, v, 0.0f);
+}
+
+TEST(KUVertexText, VertexListIsMadeOnDemandAndHoldsCopiesInOrder) {
+  const _D3DVECTOR v = vec(1.5f, -2.0f, 3.25f), w = vec(4, 5, 6);
+  CKGenList* list = nullptr;
+  EXPECT_EQ(
+      (Ints{KUUpdateVertexList(&list, &v), KUUpdateVertexList(&list, &w), KUUpdateVertexList(nullptr, &v)}),
+      (Ints{1, 1, 0}));
+  Points held;
+  void* block = nullptr;
+  for (int ok = list ? list->GLSelectFirstObject(&block, nullptr) : 0; ok;
+       ok = list->GLSelectNextObject(&block, nullptr)) {
+    const float* f = static_cast<float*>(block);
+    held.push_back(vec(f[0], f[1], f[2]));
+    std::free(block);  // the caller owns the blocks
+  }
+  delete list;
+  expectNear(held, {v, w}, 0.0f);
 }

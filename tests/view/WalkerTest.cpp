@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "TestSupport.h"
 #include "Walker.h"
 
 namespace kview {
@@ -38,6 +39,11 @@ class ViewWalker : public ::testing::Test {
     }
     return all;
   }
+  // The viewer's state after n frames of one command.
+  const ViewerState& after(int code, int frames, int flags = 0) {
+    walk(code, frames, flags);
+    return walker.state();
+  }
   float x() const { return walker.state().position.x; }
   float z() const { return walker.state().position.z; }
 
@@ -48,17 +54,13 @@ class ViewWalker : public ::testing::Test {
 
 TEST_F(ViewWalker, StepsAreTheLibrarysStandardMagnitudes) {
   walker.reset({-3, 1.6f, -3}, 0.0f);
-  walk(KAR_MOTION_FORWARD, 1);
-  EXPECT_NEAR(z(), -2.7f, 1e-5f);  // 0.3 at speed 1
-  walk(KAR_MOTION_FORWARD, 1, KFI_FLAG_FINE);
-  EXPECT_NEAR(z(), -2.67f, 1e-5f);  // a tenth
-  walker.setWalkSpeed(0.5f);
-  walk(KAR_MOTION_BACKWARD, 1);
-  EXPECT_NEAR(z(), -2.82f, 1e-5f);  // the speed scales translations...
-  walk(KAR_MOTION_TURNLEFT, 1);
-  EXPECT_NEAR(walker.state().heading, -0.02f, 1e-6f);  // ...and not turns
-  walk(KAR_MOTION_SHIFTRIGHT, 1);
-  EXPECT_NEAR(x(), -3.0f + 0.15f * std::cos(-0.02f), 1e-5f);
+  // 0.3 at speed 1 and a tenth of it when fine; the speed scales translations and not turns.
+  EXPECT_EQ(
+      kutil::test::seq({after(KAR_MOTION_FORWARD, 1).position.z,
+                        after(KAR_MOTION_FORWARD, 1, KFI_FLAG_FINE).position.z,
+                        (walker.setWalkSpeed(0.5f), after(KAR_MOTION_BACKWARD, 1).position.z),
+                        after(KAR_MOTION_TURNLEFT, 1).heading, after(KAR_MOTION_SHIFTRIGHT, 1).position.x}),
+      "-2.7 -2.67 -2.82 -0.02 -2.85");
 }
 
 TEST_F(ViewWalker, WallsStopOrSlideAStepAndAnObstacleIsBumpedOncePerContact) {
@@ -95,21 +97,13 @@ TEST_F(ViewWalker, WallsStopOrSlideAStepAndAnObstacleIsBumpedOncePerContact) {
 
 TEST_F(ViewWalker, TurnsLooksAndZoomsStayWithinTheirLimits) {
   walker.reset({0, 1.6f, 0}, 3.1f);
-  walk(KAR_MOTION_TURNRIGHT, 3);
-  EXPECT_NEAR(walker.state().heading, 3.16f - 6.2831853f, 1e-4f);  // wrapped into (-pi, pi]
-  walk(KAR_MOTION_LOOKUP, 200);
-  EXPECT_LE(walker.state().pitch, 1.31f);
-  walk(KAR_MOTION_AUTOLEVEL, 1);
-  EXPECT_EQ(walker.state().pitch, 0.0f);
-  walk(KAR_MOTION_UP, 1);
-  EXPECT_GT(walker.state().position.y, 1.6f);
-  walk(KAR_MOTION_UP, 100);
-  EXPECT_NEAR(walker.state().position.y, 2.6f, 1e-4f);  // the eye's highest
-  walk(KAR_MOTION_DOWN, 100);
-  EXPECT_NEAR(walker.state().position.y, 0.4f, 1e-4f);  // and lowest
   const double zoom = walker.state().zoom;
-  walk(KAR_CMD_ZOOMIN, 1);
-  EXPECT_NEAR(walker.state().zoom, zoom / 1.1, 1e-9);
+  // The heading wraps into (-pi, pi]; the eye stays between 0.4 and 2.6; a zoom step is a tenth.
+  EXPECT_EQ(
+      kutil::test::seq({after(KAR_MOTION_TURNRIGHT, 3).heading, after(KAR_MOTION_LOOKUP, 200).pitch <= 1.31f,
+                        after(KAR_MOTION_AUTOLEVEL, 1).pitch, after(KAR_MOTION_UP, 100).position.y,
+                        after(KAR_MOTION_DOWN, 100).position.y, after(KAR_CMD_ZOOMIN, 1).zoom * 1.1 / zoom}),
+      "-3.1232 1 0 2.6 0.4 1");
 }
 
 }  // namespace
