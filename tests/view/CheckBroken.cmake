@@ -2,9 +2,9 @@
 # SPDX-License-Identifier: MIT
 # A broken behaviour file and a broken shape file: the run goes on, both are reported (report, log and
 # standard error) and every file is still shown, the broken ones with the stock solid and behaviour.
-view_length(count objects)
+view_json(count LENGTH objects)
 view_between("objects shown" "${count}" 3 3)
-view_length(messages messages)
+view_json(messages LENGTH messages)
 view_between("messages" "${messages}" 2 2)
 set(behaviour "")
 set(shape "")
